@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include <KestrinProductEditor/AutomationObject.h>
+#include <KestrinProductEditor/HostComponents.h>
+#include <KestrinProductEditor/IPNotifyCallback.h>
+#include <KestrinProductEditor/IProcessProgress.h>
+
+namespace KestrinProductEditor {
+
+// Defined here, so that each class has one type information for the library and its host: a dynamic_cast
+// across the border depends on it.
+AutomationObject::~AutomationObject() = default;
+ITrace::~ITrace() = default;
+IConfig::~IConfig() = default;
+IProcessProgress::~IProcessProgress() = default;
+IPNotifyCallback::~IPNotifyCallback() = default;
+
+} // namespace KestrinProductEditor
