@@ -10,8 +10,9 @@ namespace KestrinProductEditor {
 /// The system's 8-bit code page: the form that text has in CSV files and in the narrow columns of a catalogue
 /// file.
 ///
-/// Inside the component text is UTF-8 (Text.h). Both directions work on one value at a time, a whole cell or
-/// column text, and never fail. An object belongs to one thread at a time.
+/// Every code page keeps ASCII as it is. Inside the component text is UTF-8 (Text.h). Both directions work on
+/// one value at a time, a whole cell or column text, and never fail. An object belongs to one thread at a
+/// time.
 class CodePage
 {
 public:
