@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include <KestrinProductEditor/ProductImportDlg.h>
+
+#include "frame/Traced.h"
+#include "frame/modInit.h"
+#include "platform/ui/Windows.h"
+
+namespace KestrinProductEditor {
+
+std::shared_ptr<ProductImportDlg> ProductImportDlg::Create()
+{
+    modInit::EnsureMain();
+    return std::shared_ptr<ProductImportDlg>(new ProductImportDlg);
+}
+
+ProductImportDlg::~ProductImportDlg() = default;
+
+void ProductImportDlg::Init(const std::shared_ptr<ProductLkpMgr>& objProductLkpMgr)
+{
+    m_objProductLkpMgr = objProductLkpMgr;
+}
+
+void ProductImportDlg::Show()
+{
+    const auto self = shared_from_this();
+    Traced(ErrorContext::ProductImportDlg_Show, [this] {
+        m_objProductLkpMgr.reset();
+        RequireWindows();
+    });
+}
+
+} // namespace KestrinProductEditor
