@@ -119,9 +119,10 @@ void ProductLkpMgr::Impl::CSVProductExport(const Variant& vParams)
                 price.clear();
                 modConversion::AppendFormatCurrency(m_table.Rows().Money(row, PF_UnitPrice),
                                                     kExportedDecimals, money, price);
-                writer.WriteLine(std::array<std::string_view, kCsvFields>{m_table.Text(row, PF_Name),
-                                                                          m_table.Text(row, PF_PartNum),
-                                                                          price, m_table.Text(row, PF_Note)});
+                RowTexts texts;
+                m_table.Rows().Texts(row, texts.data());
+                writer.WriteLine(std::array<std::string_view, kCsvFields>{
+                    texts[kNameText], texts[kPartNumText], price, texts[kNoteText]});
                 ++written;
                 if (m_objIProgress) {
                     progress.ArrayForWrite().At(0) = FractionDone(written, rowCount);

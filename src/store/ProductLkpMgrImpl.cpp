@@ -84,8 +84,7 @@ void ProductLkpMgr::Impl::Class_Terminate() noexcept
     try {
         // The last reference may go on a thread that has used nothing of the component yet.
         modInit::EnsureMain();
-    } catch (...) { // NOLINT(bugprone-empty-catch): its message was shown; without a trace the save below
-                    // still runs
+    } catch (...) { // NOLINT(bugprone-empty-catch): Main has said it; without a trace nothing below can run
     }
     Traced<Ending::Swallow>(ErrorContext::ProductLkpMgr_Class_Terminate, [&] {
         m_bSessionDirty = false;
@@ -179,7 +178,7 @@ void ProductLkpMgr::Impl::Update(const Variant& vProductInfo)
         if (!m_table.MoveToFound(PF_RowID, product.rowID))
             RaiseOwn(ErrorContext::ProductLkpMgr_Update, u"Product not found");
         const RowNumber row = m_table.CurrentRow();
-        std::array<std::string_view, 4> texts = {product.name, product.key, product.partNum, product.note};
+        RowTexts texts = {product.name, product.key, product.partNum, product.note};
         m_table.SetTexts(row, texts);
         m_table.SetMoney(row, PF_UnitPrice, product.unitPrice);
         PrvMarkRowDirty(row);

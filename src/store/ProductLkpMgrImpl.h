@@ -7,6 +7,8 @@
 #include "store/Product.h"
 #include "store/table/Recordset.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -71,6 +73,17 @@ public:
     void BinaryProductImport(std::u16string_view sPath);
 
 private:
+    /// The text columns, in their order (RowStore::Texts).
+    enum TextOrdinal : std::size_t
+    {
+        kNameText,
+        kKeyText,
+        kPartNumText,
+        kNoteText,
+        kTextColumns
+    };
+    using RowTexts = std::array<std::string_view, kTextColumns>;
+
     /// The five fields of a product on their way into a row, in UTF-8 and within their limits.
     struct ProductTexts
     {
