@@ -2,7 +2,9 @@
 #include "store/table/TableGram.h"
 
 #include "platform/Text.h"
+#include "store/table/ReadWindow.h"
 #include "store/table/TableGramFormat.h"
+#include "store/table/TableGramTypes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -16,197 +18,6 @@ namespace KestrinProductEditor::TableGram {
 namespace {
 
 using namespace Format;
-
-/// The part of the stream that is in memory: [Begin, End). Extend makes more of it, Drop lets go of its head.
-class Window
-{
-public:
-    explicit Window(IReadStream& stream)
-        : m_stream(stream), m_streamSize(stream.Size()),
-          m_buffer(std::make_unique_for_overwrite<char[]>(kFirstCapacity)), m_capacity(kFirstCapacity),
-          m_begin(m_buffer.get()), m_end(m_begin)
-    {
-    }
-
-    [[nodiscard]] const char* Begin() const noexcept { return m_begin; }
-    [[nodiscard]] const char* End() const noexcept { return m_end; }
-    [[nodiscard]] std::uint64_t OffsetOf(const char* at) const noexcept
-    {
-        return m_offset + static_cast<std::uint64_t>(at - m_begin);
-    }
-
-    /// Requires: Begin() <= to <= End().
-    void Drop(const char* to) noexcept
-    {
-        m_offset = OffsetOf(to);
-        m_begin += to - m_begin;
-    }
-
-    /// Makes at least `size` bytes from Begin on, or all that are left: then the answer is false. Moves the
-    /// bytes.
-    [[nodiscard]] bool Extend(std::uint64_t size)
-    {
-        // A size that the file cannot have is refused before anything is read for its sake.
-        if (m_streamSize != 0 && m_offset + size > m_streamSize)
-            return false;
-        while (PrvAvailable() < size && !m_isAtEnd)
-            PrvFill();
-        return PrvAvailable() >= size;
-    }
-
-    /// Reads the stream to its end and says how many bytes there were from Begin on.
-    [[nodiscard]] std::uint64_t Drain()
-    {
-        std::uint64_t count = 0;
-        for (;;) {
-            count += PrvAvailable();
-            Drop(m_end);
-            if (m_isAtEnd)
-                return count;
-            PrvFill();
-        }
-    }
-
-private:
-    static constexpr std::size_t kFirstCapacity = 256 * 1024;
-
-    [[nodiscard]] std::size_t PrvAvailable() const noexcept
-    {
-        return static_cast<std::size_t>(m_end - m_begin);
-    }
-
-    void PrvFill()
-    {
-        const std::size_t kept = PrvAvailable();
-        if (kept == m_capacity) { // one row fills it all: as much again, for bytes that have arrived
-            auto larger = std::make_unique_for_overwrite<char[]>(m_capacity * 2);
-            std::memcpy(larger.get(), m_begin, kept);
-            m_buffer = std::move(larger);
-            m_capacity *= 2;
-        } else {
-            std::memmove(m_buffer.get(), m_begin, kept);
-        }
-        m_begin = m_buffer.get();
-        m_end = m_begin + kept;
-        char* const limit = m_begin + m_capacity;
-        while (m_end != limit) {
-            const std::size_t count = m_stream.Read(m_end, static_cast<std::size_t>(limit - m_end));
-            if (count == 0) {
-                m_isAtEnd = true;
-                return;
-            }
-            m_end += count;
-        }
-    }
-
-    IReadStream& m_stream;
-    std::uint64_t m_streamSize; // 0: not known
-    std::unique_ptr<char[]> m_buffer;
-    std::size_t m_capacity;
-    char* m_begin;
-    char* m_end;
-    std::uint64_t m_offset = 0; // of m_begin in the stream
-    bool m_isAtEnd = false;
-};
-
-struct TypeFacts
-{
-    Type type;
-    const char* name;
-    /// Bytes of a value; 0 where the column says how many.
-    std::uint32_t size;
-};
-
-constexpr TypeFacts kTypes[] = {
-    {kInt16, "16-bit number", 2},
-    {kInt32, "32-bit number", 4},
-    {kFloat32, "4-byte fraction", 4},
-    {kFloat64, "8-byte fraction", 8},
-    {kCurrency, "amount of money", 8},
-    {kDate, "date and time", 8},
-    {kBasicText, "text", 0},
-    {kError, "error number", 4},
-    {kBoolean, "yes or no", 2},
-    {kVariant, "value of any kind", 0},
-    {kDecimal, "decimal number", 0},
-    {kInt8, "8-bit number", 1},
-    {kUInt8, "unsigned 8-bit number", 1},
-    {kUInt16, "unsigned 16-bit number", 2},
-    {kUInt32, "unsigned 32-bit number", 4},
-    {kInt64, "64-bit number", 8},
-    {kUInt64, "unsigned 64-bit number", 8},
-    {kFileTime, "file time", 8},
-    {kGuid, "unique identifier", 16},
-    {kBytes, "bytes", 0},
-    {kNarrowText, "narrow text", 0},
-    {kWideText, "wide text", 0},
-    {kNumeric, "decimal number", 0},
-    {kDayDate, "date", 6},
-    {kDayTime, "time", 6},
-    {kTimestamp, "time stamp", 16},
-    {kVarNumeric, "decimal number", 0},
-};
-
-[[nodiscard]] const TypeFacts* FactsOf(std::uint16_t type) noexcept
-{
-    const auto* const found = std::find_if(std::begin(kTypes), std::end(kTypes),
-                                           [&](const TypeFacts& facts) { return facts.type == type; });
-    return found == std::end(kTypes) ? nullptr : found;
-}
-
-[[nodiscard]] bool IsWhole(std::uint16_t type) noexcept
-{
-    switch (type) {
-    case kInt8:
-    case kInt16:
-    case kInt32:
-    case kInt64:
-    case kUInt8:
-    case kUInt16:
-    case kUInt32:
-    case kUInt64:
-        return true;
-    default:
-        return false;
-    }
-}
-
-[[nodiscard]] bool IsWide(std::uint16_t type) noexcept
-{
-    return type == kWideText || type == kBasicText;
-}
-
-[[nodiscard]] bool CanHold(ColumnType column, std::uint16_t type) noexcept
-{
-    switch (column) {
-    case ColumnType::Long:
-        return IsWhole(type) || type == kBoolean;
-    case ColumnType::Currency:
-        return IsWhole(type) || type == kCurrency;
-    case ColumnType::Boolean:
-        return IsWhole(type) || type == kBoolean;
-    case ColumnType::NarrowText:
-    case ColumnType::WideText:
-        return type == kNarrowText || IsWide(type);
-    }
-    return false;
-}
-
-[[nodiscard]] const char* KindOf(ColumnType column) noexcept
-{
-    switch (column) {
-    case ColumnType::Long:
-        return "a 32-bit number";
-    case ColumnType::Currency:
-        return "an amount of money";
-    case ColumnType::Boolean:
-        return "yes or no";
-    case ColumnType::NarrowText:
-    case ColumnType::WideText:
-        break;
-    }
-    return "text";
-}
 
 [[nodiscard]] bool EqualsWithoutAsciiCase(std::u16string_view left, std::u16string_view right) noexcept
 {
@@ -227,33 +38,6 @@ constexpr TypeFacts kTypes[] = {
 [[nodiscard]] bool IsSet(const char* map, std::size_t bit) noexcept
 {
     return (static_cast<unsigned>(map[bit / 8]) & (0x80U >> (bit % 8))) != 0;
-}
-
-/// A whole number of any of the file's types; UInt64 above the largest Int64 is not one.
-[[nodiscard]] std::optional<std::int64_t> LoadWhole(std::uint16_t type, const char* bytes) noexcept
-{
-    switch (type) {
-    case kInt8:
-        return Load<std::int8_t>(bytes);
-    case kInt16:
-    case kBoolean:
-        return Load<std::int16_t>(bytes);
-    case kInt32:
-        return Load<std::int32_t>(bytes);
-    case kUInt8:
-        return Load<std::uint8_t>(bytes);
-    case kUInt16:
-        return Load<std::uint16_t>(bytes);
-    case kUInt32:
-        return Load<std::uint32_t>(bytes);
-    case kUInt64:
-        if (Load<std::uint64_t>(bytes) > std::uint64_t{std::numeric_limits<std::int64_t>::max()})
-            return std::nullopt;
-        break;
-    default:
-        break;
-    }
-    return Load<std::int64_t>(bytes);
 }
 
 /// The UTF-8 of UTF-16 in the file's byte order. Requires: room for three bytes a unit. Returns its end.
@@ -411,7 +195,7 @@ private:
     [[nodiscard]] std::string PrvNameOf(std::size_t fileColumn) const;
     [[nodiscard]] std::string PrvQuoted(const Step& step) const;
 
-    Window m_window;
+    ReadWindow m_window;
     const CodePage& m_codePage;
     RowStore& m_rows;
     Report& m_report;
