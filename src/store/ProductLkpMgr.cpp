@@ -16,11 +16,12 @@ ProductLkpMgr::ProductLkpMgr() = default;
 std::shared_ptr<ProductLkpMgr> ProductLkpMgr::Create()
 {
     modInit::EnsureMain();
-    const std::shared_ptr<ProductLkpMgr> store(new ProductLkpMgr);
-    Traced(ErrorContext::ProductLkpMgr_Class_Initialize, [&] {
+    std::shared_ptr<ProductLkpMgr> store(new ProductLkpMgr);
+    // A store has its Impl, and with it something to terminate, once all of this has ended well.
+    store->m_impl = Traced(ErrorContext::ProductLkpMgr_Class_Initialize, [] {
         auto impl = std::make_unique<Impl>();
         impl->Class_Initialize();
-        store->m_impl = std::move(impl);
+        return impl;
     });
     return store;
 }

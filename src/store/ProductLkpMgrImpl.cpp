@@ -49,8 +49,7 @@ struct ProductLkpMgr::Impl::UnpackedProduct
 {
     // Error 13 for no array or a wrong kind, 9 for one that is too short.
     explicit UnpackedProduct(const Variant& packed)
-        : rowID(modConversion::ToLong(packed.At(kPackedRowID))),
-          name(ToUtf8(modConversion::ToText(packed.At(kPackedName)))),
+        : name(ToUtf8(modConversion::ToText(packed.At(kPackedName)))),
           key(ToUtf8(modConversion::ToText(packed.At(kPackedKey)))),
           partNum(ToUtf8(modConversion::ToText(packed.At(kPackedPartNum)))),
           unitPrice(modConversion::ToCurrency(packed.At(kPackedUnitPrice))),
@@ -60,7 +59,6 @@ struct ProductLkpMgr::Impl::UnpackedProduct
 
     [[nodiscard]] ProductTexts Texts() const { return {name, key, partNum, note, unitPrice}; }
 
-    std::int32_t rowID;
     std::string name;
     std::string key;
     std::string partNum;
@@ -173,11 +171,15 @@ void ProductLkpMgr::Impl::GotoNthProduct(std::int32_t lIdx)
 void ProductLkpMgr::Impl::Update(const Variant& vProductInfo)
 {
     Traced(ErrorContext::ProductLkpMgr_Update, [&] {
+        const std::int32_t rowID = modConversion::ToLong(vProductInfo.At(kPackedRowID));
+        const RowNumber row = m_table.Find(PF_RowID, rowID);
+        if (row == kNoRow) {
+            m_table.MoveBehindLast();
+            RaiseOwn(ErrorContext::ProductLkpMgr_Update, u"Product not found");
+        }
         const UnpackedProduct product(vProductInfo);
         PrvCheckFits(product.Texts());
-        if (!m_table.MoveToFound(PF_RowID, product.rowID))
-            RaiseOwn(ErrorContext::ProductLkpMgr_Update, u"Product not found");
-        const RowNumber row = m_table.CurrentRow();
+        m_table.MoveTo(row);
         RowTexts texts = {product.name, product.key, product.partNum, product.note};
         m_table.SetTexts(row, texts);
         m_table.SetMoney(row, PF_UnitPrice, product.unitPrice);

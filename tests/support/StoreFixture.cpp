@@ -12,16 +12,16 @@ namespace KestrinProductEditor {
 
 void PrintTo(const ProductRow& row, std::ostream* out)
 {
-    *out << '{' << row.rowID << ' ' << row.uniqueID << ' ' << row.status << " '" << row.name << "' '" << row.key
-         << "' '" << row.partNum << "' " << row.price << " '" << row.note << "'"
+    *out << '{' << row.rowID << ' ' << row.uniqueID << ' ' << row.status << " '" << row.name << "' '"
+         << row.key << "' '" << row.partNum << "' " << row.price << " '" << row.note << "'"
          << (row.dirtySession ? " session" : "") << (row.dirtySync ? " sync" : "") << '}';
 }
 
 Variant Packed(std::int32_t rowID, std::string_view name, std::string_view key, std::string_view partNum,
                std::int64_t price, std::string_view note)
 {
-    return Variant::ArrayOf({rowID, ToUtf16(name), ToUtf16(key), ToUtf16(partNum), Currency::FromScaled(price),
-                             ToUtf16(note)});
+    return Variant::ArrayOf(
+        {rowID, ToUtf16(name), ToUtf16(key), ToUtf16(partNum), Currency::FromScaled(price), ToUtf16(note)});
 }
 
 Variant Named(std::string_view name)
@@ -46,8 +46,9 @@ std::vector<ProductRow> RowsOf(ProductLkpMgr& store)
         rows.push_back({store.Fields(PF_RowID).Long(), store.Fields(PF_UniqueID).Long(),
                         store.Fields(PF_Status).Long(), ToUtf8(store.Fields(PF_Name).String()),
                         ToUtf8(store.Fields(PF_Key).String()), ToUtf8(store.Fields(PF_PartNum).String()),
-                        store.Fields(PF_UnitPrice).Currency().Scaled(), ToUtf8(store.Fields(PF_Note).String()),
-                        store.Fields(PF_DirtySession).Boolean(), store.Fields(PF_DirtySync).Boolean()});
+                        store.Fields(PF_UnitPrice).Currency().Scaled(),
+                        ToUtf8(store.Fields(PF_Note).String()), store.Fields(PF_DirtySession).Boolean(),
+                        store.Fields(PF_DirtySync).Boolean()});
     }
     return rows;
 }

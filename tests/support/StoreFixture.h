@@ -28,11 +28,11 @@ struct ProductRow
     std::int32_t rowID = 0;
     std::int32_t uniqueID = 0;
     std::int32_t status = 0;
-    std::string name;
-    std::string key;
-    std::string partNum;
+    std::string name = {};
+    std::string key = {};
+    std::string partNum = {};
     std::int64_t price = 0;
-    std::string note;
+    std::string note = {};
     bool dirtySession = false;
     bool dirtySync = false;
 
@@ -42,7 +42,8 @@ void PrintTo(const ProductRow& row, std::ostream* out);
 
 /// A packed product; the price scaled by 10,000.
 [[nodiscard]] Variant Packed(std::int32_t rowID, std::string_view name, std::string_view key = {},
-                             std::string_view partNum = {}, std::int64_t price = 0, std::string_view note = {});
+                             std::string_view partNum = {}, std::int64_t price = 0,
+                             std::string_view note = {});
 /// A packed product with a name and nothing else.
 [[nodiscard]] Variant Named(std::string_view name);
 
@@ -96,8 +97,8 @@ public:
     [[nodiscard]] std::vector<std::int32_t> Counts() const;
 };
 
-/// An installation of its own for each test: a temporary folder with an empty database folder, both host components
-/// registered, the locale en_US and no code page set.
+/// An installation of its own for each test: a temporary folder with an empty database folder, both host
+/// components registered, the locale en_US and no code page set.
 class StoreFixture : public testing::Test
 {
 protected:

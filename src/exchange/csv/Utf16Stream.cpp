@@ -10,7 +10,7 @@ namespace KestrinProductEditor {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
 constexpr char32_t kReplacement = 0xFFFD;
 
 bool IsHighSurrogate(char16_t unit) noexcept

@@ -414,7 +414,7 @@ private:
         if (next.starts_with('/'))
             target = std::move(next);
         else
-            target = Split(target).folder + "/" + next;
+            target = Split(target).folder.append("/").append(next);
     }
     throw FileError("replace", path, ELOOP);
 }

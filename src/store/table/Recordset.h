@@ -212,10 +212,11 @@ void Recordset::VisitFromCursor(Visitor&& visit)
         return;
     const RowNumber first = CurrentRow();
     PrvPlaceRows();
-    if (first == m_order.First()) {
+    if (m_cursor.stand == Stand::OnRow && first == m_order.First()) {
         VisitAll(visit);
     } else {
-        for (RowNumber row = first; row != kNoRow; row = m_order.Next(row))
+        visit(first);
+        for (RowNumber row = PrvNext(m_cursor); row != kNoRow; row = m_order.Next(row))
             visit(row);
     }
     MoveBehindLast();
