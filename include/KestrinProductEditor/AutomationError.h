@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 #include <string>
 
 namespace KestrinProductEditor {
@@ -40,7 +41,8 @@ enum ErrorNumber : std::int32_t
 
 /// The one exception type of the component: an error number, who raised it, and what happened.
 ///
-/// Every member of the public classes reports a failure with it and with nothing else.
+/// Every member of the public classes reports a failure with it and with nothing else. A copy never fails;
+/// copies share their texts.
 class [[gnu::visibility("default")]] AutomationError : public std::exception
 {
 public:
@@ -54,27 +56,35 @@ public:
     }
     [[nodiscard]] const std::u16string& Source() const noexcept
     {
-        return m_source;
+        return m_texts->source;
     }
     [[nodiscard]] const std::u16string& Description() const noexcept
     {
-        return m_description;
+        return m_texts->description;
     }
 
     /// The description in UTF-8.
     [[nodiscard]] const char* what() const noexcept override
     {
-        return m_what.c_str();
+        return m_texts->what.c_str();
     }
+
+    /// The same error under another number.
+    [[nodiscard]] AutomationError WithNumber(std::int32_t number) const noexcept;
 
     /// The platform's usual text for `number`; a general one when it has none.
     [[nodiscard]] static std::u16string TextOf(std::int32_t number);
 
 private:
+    struct Texts
+    {
+        std::u16string source;
+        std::u16string description;
+        std::string what;
+    };
+
     std::int32_t m_number;
-    std::u16string m_source;
-    std::u16string m_description;
-    std::string m_what;
+    std::shared_ptr<const Texts> m_texts;
 };
 
 } // namespace KestrinProductEditor

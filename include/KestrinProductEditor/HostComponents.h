@@ -52,7 +52,7 @@ using HostComponentFactory = std::function<std::shared_ptr<AutomationObject>()>;
 
 /// Registers what the component gets when it creates `sClassID` ("CorvoTWrp.Trace" or "CorvoConf.Config") on
 /// any thread. A later registration takes the place of an earlier one; an empty factory takes it away.
-[[gnu::visibility("default")]] void RegisterHostComponent(std::u16string_view sClassID,
+[[gnu::visibility("default")]] void RegisterHostComponent(std::string_view sClassID,
                                                           HostComponentFactory factory);
 
 } // namespace KestrinProductEditor

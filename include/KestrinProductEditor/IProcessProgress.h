@@ -17,6 +17,7 @@ public:
     /// adds element 1, the Long count of products imported so far. The array is filled anew for each call;
     /// take a copy to keep one.
     ///
+    /// An import or export that a receiver begins inside the call reports no progress of its own.
     /// The store is valid during the call and may be used. An import ignores an error raised here; an export
     /// ends with it.
     virtual void Progress(const Variant& vParams) = 0;

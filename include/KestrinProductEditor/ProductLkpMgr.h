@@ -13,10 +13,11 @@
 #include <string_view>
 
 // ProductLkpMgr::EOF bears the name of a macro of <cstdio>. The constant below has the macro's value and
-// serves every use of it but the preprocessor's own.
+// serves every use of it but the preprocessor's own. Include this header behind those of C libraries: one
+// that finds no macro may define it anew, and has to be followed by another #undef EOF.
 #ifdef EOF
 #undef EOF
-constexpr int EOF = -1;
+inline constexpr int EOF = -1;
 #endif
 
 namespace KestrinProductEditor {
@@ -89,7 +90,9 @@ public:
     /// it failed; nothing is added then. Never raises.
     void PrvCSVSetRowFields(Variant & vColumns, Variant & vRevMap, bool& bError);
 
-    /// Registers the one receiver that imports and exports report to, in place of an earlier one.
+    /// Registers the one receiver that imports and exports report to, in place of an earlier one. The store
+    /// holds it until ClearNotifyCallback: a receiver that holds the store in its turn keeps both alive, and
+    /// nothing is saved.
     void SetNotifyCallback(std::shared_ptr<IProcessProgress> objIProgress) noexcept;
     void ClearNotifyCallback() noexcept;
 
@@ -112,7 +115,8 @@ public:
 
     /// Replaces the catalogue with that of a file written by BinaryProductExport, every row due for
     /// synchronisation. Errors: "The path specified does not exist.", or 321 for a file that is none; the
-    /// catalogue is unchanged then. CancelUpdate becomes false.
+    /// rows are unchanged then. CancelUpdate becomes false and the session dirty once the file was found,
+    /// also when it turns out to be none.
     void BinaryProductImport(std::u16string_view sPath);
 
     /// Whether anything was changed through this store.
@@ -166,7 +170,7 @@ public:
 private:
     ProductLkpMgr();
 
-    class Impl;
+    class [[gnu::visibility("hidden")]] Impl;
     std::unique_ptr<Impl> m_impl;
 };
 

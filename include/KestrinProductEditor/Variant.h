@@ -54,6 +54,15 @@ public:
 
     /// A one-dimensional array of the given elements.
     [[nodiscard]] static Variant ArrayOf(std::vector<Variant> elements);
+    /// The same, of elements given one by one: ArrayWith(0, u"a", price).
+    template<class... Elements>
+    [[nodiscard]] static Variant ArrayWith(Elements && ... elements)
+    {
+        std::vector<Variant> all;
+        all.reserve(sizeof...(elements));
+        (all.emplace_back(std::forward<Elements>(elements)), ...);
+        return ArrayOf(std::move(all));
+    }
 
     [[nodiscard]] Kind GetKind() const noexcept
     {
@@ -106,7 +115,7 @@ class [[gnu::visibility("default")]] VariantArray
 public:
     /// One dimension.
     explicit VariantArray(std::vector<Variant> elements);
-    /// Two dimensions, `first` by `second`, every element Empty. Both are at least 0.
+    /// Two dimensions, `first` by `second`, every element Empty. Error 9 for a negative extent.
     VariantArray(std::int32_t first, std::int32_t second);
 
     /// 1 or 2.

@@ -31,6 +31,23 @@ private:
     const AutomationError* m_outer;
 };
 
+// Made while there is memory: Main asks for it before the first object of a thread.
+const AutomationError& OutOfMemory()
+{
+    static const auto& error = *new AutomationError(kErrOutOfMemory);
+    return error;
+}
+
+AutomationError InternalError(std::string_view what) noexcept
+{
+    try {
+        const std::u16string text = AutomationError::TextOf(kErrInternal);
+        return AutomationError(kErrInternal, {}, what.empty() ? text : text + u": " + ToUtf16(what));
+    } catch (...) {
+        return OutOfMemory();
+    }
+}
+
 ITrace& Trace()
 {
     if (gobjTrace == nullptr)
@@ -39,6 +56,11 @@ ITrace& Trace()
 }
 
 } // namespace
+
+void PrepareErrors()
+{
+    static_cast<void>(OutOfMemory());
+}
 
 const AutomationError* PendingError() noexcept
 {
@@ -52,14 +74,13 @@ AutomationError ErrorInFlight() noexcept
     } catch (const AutomationError& error) {
         return error;
     } catch (const std::bad_alloc&) {
-        return AutomationError(kErrOutOfMemory);
+        return OutOfMemory();
     } catch (const std::length_error&) {
-        return AutomationError(kErrOutOfMemory);
+        return OutOfMemory();
     } catch (const std::exception& error) {
-        return AutomationError(kErrInternal, {},
-                               AutomationError::TextOf(kErrInternal) + u": " + ToUtf16(error.what()));
+        return InternalError(error.what());
     } catch (...) {
-        return AutomationError(kErrInternal);
+        return InternalError({});
     }
 }
 
@@ -84,9 +105,7 @@ void PassOnError()
     } catch (...) {
         throw ErrorInFlight();
     }
-    if (number == 0 || number == error.Number())
-        throw error;
-    throw AutomationError(number, error.Source(), error.Description());
+    throw number == 0 ? error : error.WithNumber(number);
 }
 
 void SwallowError() noexcept

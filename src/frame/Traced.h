@@ -18,6 +18,10 @@ enum class Ending
     Swallow, ///< end normally, with a default result
 };
 
+/// Makes ahead what is needed to tell that memory has run out. Called once before anything else of the
+/// component.
+void PrepareErrors();
+
 /// The exception that is being handled, as the one error type. Requires: an exception is being handled.
 [[nodiscard]] AutomationError ErrorInFlight() noexcept;
 

@@ -20,7 +20,7 @@ namespace {
 // A trace outlives its thread: hosts keep theirs, and the last objects of a thread may still report to it.
 void KeepForGood(std::shared_ptr<ITrace> trace)
 {
-    static std::mutex mutex;
+    static auto& mutex = *new std::mutex;
     static auto* const traces = new std::vector<std::shared_ptr<ITrace>>;
     const std::scoped_lock lock(mutex);
     traces->push_back(std::move(trace));
@@ -45,8 +45,10 @@ void Main()
 
 void EnsureMain()
 {
-    if (gobjTrace == nullptr)
-        Main();
+    if (gobjTrace != nullptr)
+        return;
+    PrepareErrors();
+    Main();
 }
 
 } // namespace modInit

@@ -3,9 +3,12 @@
 
 #include "platform/Text.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace KestrinProductEditor {
+
+static_assert(std::is_nothrow_copy_constructible_v<AutomationError>);
 
 namespace {
 
@@ -45,9 +48,18 @@ constexpr ErrorText kErrorTexts[] = {
 AutomationError::AutomationError(std::int32_t number) : AutomationError(number, u"", TextOf(number)) {}
 
 AutomationError::AutomationError(std::int32_t number, std::u16string source, std::u16string description)
-    : m_number(number), m_source(std::move(source)), m_description(std::move(description)),
-      m_what(ToUtf8(m_description))
+    : m_number(number)
 {
+    std::string what = ToUtf8(description);
+    m_texts =
+        std::make_shared<const Texts>(Texts{std::move(source), std::move(description), std::move(what)});
+}
+
+AutomationError AutomationError::WithNumber(std::int32_t number) const noexcept
+{
+    AutomationError error = *this;
+    error.m_number = number;
+    return error;
 }
 
 std::u16string AutomationError::TextOf(std::int32_t number)

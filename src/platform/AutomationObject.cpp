@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <KestrinProductEditor/AutomationObject.h>
 #include <KestrinProductEditor/HostComponents.h>
-#include <KestrinProductEditor/IPNotifyCallback.h>
-#include <KestrinProductEditor/IProcessProgress.h>
 
 namespace KestrinProductEditor {
 
@@ -11,7 +9,5 @@ namespace KestrinProductEditor {
 AutomationObject::~AutomationObject() = default;
 ITrace::~ITrace() = default;
 IConfig::~IConfig() = default;
-IProcessProgress::~IProcessProgress() = default;
-IPNotifyCallback::~IPNotifyCallback() = default;
 
 } // namespace KestrinProductEditor

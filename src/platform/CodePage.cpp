@@ -92,21 +92,11 @@ public:
     }
 };
 
-[[nodiscard]] std::string FoldedName(std::string_view name)
-{
-    std::string folded(name);
-    for (char& character : folded) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return folded;
-}
-
 } // namespace
 
 std::shared_ptr<const CodePage> CodePage::Named(std::string_view name)
 {
-    const std::string folded = FoldedName(name);
+    const std::string folded = AsciiLower(name);
     if (folded == "utf-8" || folded == "utf8" || folded == "65001" || folded == "cp65001")
         return Utf8CodePage();
     if (folded == "windows-1252" || folded == "cp1252" || folded == "1252")

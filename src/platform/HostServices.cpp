@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/HostServices.h"
 
+#include "platform/Text.h"
+
 #include <map>
 #include <mutex>
 #include <string>
@@ -10,57 +12,47 @@ namespace KestrinProductEditor {
 
 namespace {
 
-[[nodiscard]] std::u16string FoldedID(std::u16string_view classID)
-{
-    std::u16string folded(classID);
-    for (char16_t& unit : folded) {
-        if (unit >= u'A' && unit <= u'Z')
-            unit = static_cast<char16_t>(unit - u'A' + u'a');
-    }
-    return folded;
-}
-
 class Registry
 {
 public:
-    void Put(std::u16string_view classID, HostComponentFactory factory)
+    void Put(std::string_view classID, HostComponentFactory factory)
     {
         const std::lock_guard lock(m_mutex);
-        m_factories[FoldedID(classID)] = std::move(factory);
+        m_factories[AsciiLower(classID)] = std::move(factory);
     }
 
     /// A copy, so that a factory may register others while it runs. Empty when there is none.
-    [[nodiscard]] HostComponentFactory Find(std::u16string_view classID)
+    [[nodiscard]] HostComponentFactory Find(std::string_view classID)
     {
         const std::lock_guard lock(m_mutex);
-        const auto found = m_factories.find(FoldedID(classID));
+        const auto found = m_factories.find(AsciiLower(classID));
         return found == m_factories.end() ? HostComponentFactory() : found->second;
     }
 
 private:
     std::mutex m_mutex;
-    std::map<std::u16string, HostComponentFactory> m_factories;
+    std::map<std::string, HostComponentFactory> m_factories;
 };
 
 [[nodiscard]] Registry& Components()
 {
-    static Registry registry;
+    // Never destroyed: a host may release its last store after the end of main.
+    static auto& registry = *new Registry;
     return registry;
 }
 
-[[nodiscard]] AutomationError CannotCreate(std::u16string_view classID, std::u16string_view reason)
+[[nodiscard]] AutomationError CannotCreate(std::string_view classID, std::u16string_view reason)
 {
     std::u16string text = AutomationError::TextOf(kErrCannotCreateObject);
     text += u": '";
-    text += classID;
+    text += ToUtf16(classID);
     text += u"' ";
     text += reason;
     return AutomationError(kErrCannotCreateObject, u"", std::move(text));
 }
 
 template<typename Component>
-[[nodiscard]] std::shared_ptr<Component> Create(std::u16string_view classID,
-                                                std::u16string_view wrongKindReason)
+[[nodiscard]] std::shared_ptr<Component> Create(std::string_view classID, std::u16string_view wrongKindReason)
 {
     const HostComponentFactory factory = Components().Find(classID);
     if (!factory)
@@ -86,7 +78,7 @@ std::shared_ptr<IConfig> CreateConfig()
     return Create<IConfig>(kConfigClassID, u"is registered, but what its factory made is no IConfig");
 }
 
-void RegisterHostComponent(std::u16string_view sClassID, HostComponentFactory factory)
+void RegisterHostComponent(std::string_view sClassID, HostComponentFactory factory)
 {
     Components().Put(sClassID, std::move(factory));
 }

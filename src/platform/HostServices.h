@@ -9,8 +9,8 @@
 namespace KestrinProductEditor {
 
 /// The class identifiers of what the component creates from the host.
-inline constexpr std::u16string_view kTraceClassID = u"CorvoTWrp.Trace";
-inline constexpr std::u16string_view kConfigClassID = u"CorvoConf.Config";
+inline constexpr std::string_view kTraceClassID = "CorvoTWrp.Trace";
+inline constexpr std::string_view kConfigClassID = "CorvoConf.Config";
 
 /// Creates the host's trace and the host's configuration. Error 429 when it is not registered, its factory
 /// gives nothing, or what it gives is no trace (configuration); the factory's own error otherwise.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -124,6 +125,19 @@ struct Sequence
         *out++ = static_cast<char>(0x80 | (codePoint & 0x3F));
     }
     return out;
+}
+
+template<class Unit>
+[[nodiscard]] constexpr Unit SmallLetter(Unit unit) noexcept
+{
+    return unit >= 'A' && unit <= 'Z' ? static_cast<Unit>(unit + ('a' - 'A')) : unit;
+}
+
+template<class View>
+[[nodiscard]] bool AreEqualSmall(View left, View right) noexcept
+{
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](auto a, auto b) { return SmallLetter(a) == SmallLetter(b); });
 }
 
 } // namespace
@@ -272,6 +286,33 @@ void AppendCodePoint(char32_t codePoint, std::string& out)
 {
     std::array<char, 4> buffer;
     out.append(buffer.data(), WriteCodePoint(codePoint > 0x10FFFF ? kReplacement : codePoint, buffer.data()));
+}
+
+std::u16string_view Utf16Head(std::u16string_view text, std::size_t units) noexcept
+{
+    if (text.size() <= units)
+        return text;
+    constexpr char16_t kSurrogateBits = 0xFC00;
+    const bool cutsPair =
+        units > 0 && (text[units - 1] & kSurrogateBits) == 0xD800 && (text[units] & kSurrogateBits) == 0xDC00;
+    return text.substr(0, cutsPair ? units - 1 : units);
+}
+
+std::string AsciiLower(std::string_view text)
+{
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), SmallLetter<char>);
+    return lower;
+}
+
+bool EqualsWithoutAsciiCase(std::string_view left, std::string_view right) noexcept
+{
+    return AreEqualSmall(left, right);
+}
+
+bool EqualsWithoutAsciiCase(std::u16string_view left, std::u16string_view right) noexcept
+{
+    return AreEqualSmall(left, right);
 }
 
 } // namespace KestrinProductEditor

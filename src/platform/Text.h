@@ -26,6 +26,16 @@ void AppendUtf8(std::u16string_view text, std::string& out);
 /// The longest head of `text` with at most `units` UTF-16 units that does not end in half a character.
 [[nodiscard]] std::string_view Utf16Head(std::string_view text, std::size_t units) noexcept;
 
+/// The same of a UTF-16 text.
+[[nodiscard]] std::u16string_view Utf16Head(std::u16string_view text, std::size_t units) noexcept;
+
+/// `text` with A to Z made small; nothing else changes.
+[[nodiscard]] std::string AsciiLower(std::string_view text);
+
+/// Whether the two are equal but for the case of A to Z.
+[[nodiscard]] bool EqualsWithoutAsciiCase(std::string_view left, std::string_view right) noexcept;
+[[nodiscard]] bool EqualsWithoutAsciiCase(std::u16string_view left, std::u16string_view right) noexcept;
+
 /// Whether `text` is UTF-8 to the letter: no surrogates, no overlong forms, nothing above U+10FFFF.
 [[nodiscard]] bool IsValidUtf8(std::string_view text) noexcept;
 

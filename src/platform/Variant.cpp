@@ -93,7 +93,8 @@ VariantArray::VariantArray(std::vector<Variant> elements)
 
 VariantArray::VariantArray(std::int32_t first, std::int32_t second) : m_first(first), m_second(second)
 {
-    assert(first >= 0 && second >= 0);
+    if (first < 0 || second < 0)
+        throw AutomationError(kErrSubscriptOutOfRange);
     m_elements.resize(static_cast<std::size_t>(first) * static_cast<std::size_t>(second));
 }
 

@@ -11,8 +11,6 @@
 #include <KestrinProductEditor/ProductImportDlg.h>
 #include <KestrinProductEditor/ProductLkpMgr.h>
 
-#include <algorithm>
-
 namespace KestrinProductEditor {
 
 namespace {
@@ -30,17 +28,6 @@ constexpr ClassEntry kClasses[] = {
     {"ProductExportDlg", &Make<ProductExportDlg>},
 };
 
-char SmallLetter(char letter)
-{
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool AreEqualWithoutCase(std::string_view left, std::string_view right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return SmallLetter(a) == SmallLetter(b); });
-}
-
 } // namespace
 
 std::span<const ClassEntry> ClassTable()
@@ -51,9 +38,9 @@ std::span<const ClassEntry> ClassTable()
 std::shared_ptr<AutomationObject> CreateObject(std::string_view sClassID)
 {
     const std::size_t point = sClassID.find('.');
-    if (point != std::string_view::npos && AreEqualWithoutCase(sClassID.substr(0, point), kLibraryName)) {
+    if (point != std::string_view::npos && EqualsWithoutAsciiCase(sClassID.substr(0, point), kLibraryName)) {
         for (const ClassEntry& entry : kClasses) {
-            if (entry.create != nullptr && AreEqualWithoutCase(sClassID.substr(point + 1), entry.name))
+            if (entry.create != nullptr && EqualsWithoutAsciiCase(sClassID.substr(point + 1), entry.name))
                 return entry.create();
         }
     }

@@ -89,7 +89,7 @@ Variant Product::Unpack(const Variant& vProductInfo)
 Variant Product::Pack() const
 {
     return Traced(ErrorContext::Product_Pack, [&] {
-        return Variant::ArrayOf({m_lRowID, m_sName, m_sKey, m_sPartNum, m_curUnitPrice, m_sNote});
+        return Variant::ArrayWith(m_lRowID, m_sName, m_sKey, m_sPartNum, m_curUnitPrice, m_sNote);
     });
 }
 

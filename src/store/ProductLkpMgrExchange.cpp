@@ -8,11 +8,13 @@
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "platform/UserLocale.h"
+#include "util/NumberText.h"
 #include "util/Reserved.h"
 #include "util/modConversion.h"
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -83,14 +85,23 @@ double FractionDone(double done, double whole)
     return whole < 1 ? 1.0 : std::min(done / whole, 1.0);
 }
 
-std::u16string_view Utf16Head(std::u16string_view text, std::size_t units)
+/// The layout as far as the code page can hold it: a price that came out with "?" in it could not be read
+/// back.
+MoneyLayout LayoutIn(const CodePage& codePage, MoneyLayout layout)
 {
-    if (text.size() <= units)
-        return text;
-    constexpr char16_t kSurrogateBits = 0xFC00;
-    const bool cutsPair =
-        units > 0 && (text[units - 1] & kSurrogateBits) == 0xD800 && (text[units] & kSurrogateBits) == 0xDC00;
-    return text.substr(0, cutsPair ? units - 1 : units);
+    const auto isHeld = [&](std::u16string_view text) {
+        std::string scratch;
+        const std::string utf8 = ToUtf8(text);
+        return codePage.RoundTrip(utf8, scratch) == utf8;
+    };
+    if (!isHeld(layout.symbol))
+        layout.symbol.clear();
+    if (!isHeld(layout.thousandSeparator)) {
+        const bool isBlank =
+            layout.thousandSeparator.size() == 1 && NumberText::IsBlank(layout.thousandSeparator[0]);
+        layout.thousandSeparator = isBlank ? u" " : u"";
+    }
+    return layout;
 }
 
 Currency PriceOrZero(Currency price, Currency ceiling)
@@ -100,21 +111,38 @@ Currency PriceOrZero(Currency price, Currency ceiling)
 
 } // namespace
 
+template<class Call>
+void ProductLkpMgr::Impl::PrvCallReceiver(const Call& call)
+{
+    // A receiver that imports or exports in its turn is not called again for that: it could not end.
+    if (m_bInProgress || !m_objIProgress)
+        return;
+    const std::shared_ptr<IProcessProgress> receiver = m_objIProgress;
+    struct Mark
+    {
+        bool& isSet;
+        explicit Mark(bool& mark) : isSet(mark) { isSet = true; }
+        Mark(const Mark&) = delete;
+        Mark& operator=(const Mark&) = delete;
+        ~Mark() { isSet = false; }
+    } const mark(m_bInProgress);
+    call(*receiver);
+}
+
 void ProductLkpMgr::Impl::CSVProductExport(const Variant& vParams)
 {
     Traced(ErrorContext::ProductLkpMgr_CSVProductExport, [&] {
         const std::u16string path = modConversion::ToText(vParams.At(0));
-        const MoneyLayout money = UserLocale().Money();
+        const MoneyLayout money = LayoutIn(m_table.TextCodePage(), UserLocale().Money());
         const std::unique_ptr<IWriteStream> stream = FileSystem().CreateInPlace(path);
         CsvWriter writer(*stream, m_table.TextCodePage());
         writer.WriteLine(kCsvTitles);
         if (!m_table.IsEmpty()) {
             const auto rowCount = static_cast<double>(m_table.Count());
             double written = 0;
-            Variant progress = Variant::ArrayOf({0.0});
+            Variant progress = Variant::ArrayWith(0.0);
             std::string price;
-            for (Recordset::Walk walk(m_table, Recordset::Walk::From::FirstRow); !walk.IsAtEnd();
-                 walk.Next()) {
+            for (Recordset::Walk walk(m_table); !walk.IsAtEnd(); walk.Next()) {
                 const RowNumber row = walk.Row();
                 price.clear();
                 modConversion::AppendFormatCurrency(m_table.Rows().Money(row, PF_UnitPrice),
@@ -126,7 +154,7 @@ void ProductLkpMgr::Impl::CSVProductExport(const Variant& vParams)
                 ++written;
                 if (m_objIProgress) {
                     progress.ArrayForWrite().At(0) = FractionDone(written, rowCount);
-                    PrvReportProgress(progress);
+                    PrvCallReceiver([&](IProcessProgress& receiver) { receiver.Progress(progress); });
                 }
             }
             m_table.MoveBehindLast();
@@ -160,7 +188,7 @@ private:
     MoneyLayout m_money;
     std::int32_t m_imported = 0;
     std::int32_t m_rejected = 0;
-    Variant m_progress = Variant::ArrayOf({0.0, 0});
+    Variant m_progress = Variant::ArrayWith(0.0, 0);
     struct FieldScratch
     {
         std::string column;
@@ -181,6 +209,9 @@ void ProductLkpMgr::Impl::Import::Run(const Variant& vParams)
     const std::unique_ptr<IReadStream> stream = FileSystem().OpenForReading(path);
     const auto size = static_cast<double>(stream->Size());
     CsvLineReader reader(*stream, m_store.m_table.TextCodePage());
+    // Columns behind the last one that is mapped are only counted.
+    const std::int32_t last = *std::max_element(m_map.begin(), m_map.end());
+    reader.KeepColumns(last < 0 ? 0 : static_cast<std::size_t>(last) + 1);
     // The title line does not count for progress.
     const bool isAtEnd = firstLineHasTitles && !reader.Next();
     if (!appends)
@@ -188,21 +219,20 @@ void ProductLkpMgr::Impl::Import::Run(const Variant& vParams)
     double charactersRead = 0;
     constexpr std::size_t kLineEnd = 2; // whatever the file really uses
     while (!isAtEnd && reader.Next()) {
-        if (m_store.m_objIProgress) {
-            charactersRead += static_cast<double>(reader.LineLength() + kLineEnd);
+        charactersRead += static_cast<double>(reader.LineLength() + kLineEnd);
+        if (m_store.m_objIProgress)
             PrvReportLine(FractionDone(charactersRead, size));
-        }
         PrvTakeLine(reader);
     }
 }
 
 void ProductLkpMgr::Impl::Import::PrvReportLine(double fraction)
 {
-    VariantArray& values = m_progress.ArrayForWrite();
-    values.At(0) = fraction;
-    values.At(1) = m_imported;
     try {
-        m_store.PrvReportProgress(m_progress);
+        VariantArray& values = m_progress.ArrayForWrite();
+        values.At(0) = fraction;
+        values.At(1) = m_imported;
+        m_store.PrvCallReceiver([&](IProcessProgress& receiver) { receiver.Progress(m_progress); });
     } catch (...) { // NOLINT(bugprone-empty-catch): a receiver that fails does not stop an import
     }
 }
@@ -257,12 +287,11 @@ std::string ProductLkpMgr::Impl::Import::PrvAddProduct(const CsvLineReader& read
 
 void ProductLkpMgr::Impl::Import::PrvReject(const CsvLineReader& reader, std::string_view reason)
 {
-    auto* const listener = dynamic_cast<IRejectedLines*>(m_store.m_objIProgress.get());
-    if (listener == nullptr)
-        return;
-    const std::shared_ptr<IProcessProgress> keepAlive = m_store.m_objIProgress;
     try {
-        listener->LineRejected(reader.LineNumber(), reason, reader.Line());
+        m_store.PrvCallReceiver([&](IProcessProgress& receiver) {
+            if (auto* const listener = dynamic_cast<IRejectedLines*>(&receiver))
+                listener->LineRejected(reader.LineNumber(), reason, reader.Line());
+        });
     } catch (...) { // NOLINT(bugprone-empty-catch): a receiver that fails does not stop an import
     }
 }
@@ -275,47 +304,45 @@ std::string_view ProductLkpMgr::Impl::Import::PrvText(const CsvLineReader& reade
     FieldScratch& scratch = m_scratch[field];
     const std::string_view column =
         reader.Columns().Column(static_cast<std::size_t>(m_map[field]), scratch.column);
-    return WithoutReserved(KestrinProductEditor::Utf16Head(reader.Decode(column, scratch.decoded), limit),
-                           scratch.cleaned);
+    return WithoutReserved(Utf16Head(reader.Decode(column, scratch.decoded), limit), scratch.cleaned);
 }
 
 Variant ProductLkpMgr::Impl::CSVProductImport(const Variant& vParams)
 {
-    Import import(*this);
-    std::int32_t status = 0;
-    std::u16string description;
+    std::optional<Import> import;
     try {
-        import.Run(vParams);
+        import.emplace(*this);
+        import->Run(vParams);
         m_bSessionDirty = true;
         SortProductRS();
         BinaryImportResetRstState();
         m_lLastRowID = GetLastRowID();
+        return Variant::ArrayWith(0, u"", import->Imported(), import->Rejected());
     } catch (...) {
         const AutomationError error = ErrorInFlight();
-        status = error.Number() > 0 ? error.Number() : 1;
-        description = error.Description();
+        return Variant::ArrayWith(error.Number() > 0 ? error.Number() : 1, error.Description(),
+                                  import ? import->Imported() : 0, import ? import->Rejected() : 0);
     }
-    return Variant::ArrayOf({status, description, import.Imported(), import.Rejected()});
 }
 
 void ProductLkpMgr::Impl::PrvCSVSetRowFields(const Variant& vColumns, const Variant& vRevMap, bool& bError)
 {
     bError = false;
     try {
+        const ReverseMap map = ReverseMapFrom(vRevMap);
         const auto text = [&](CsvField field, std::size_t limit) -> std::u16string {
-            const std::int32_t column = modConversion::ToLong(vRevMap.At(static_cast<std::int32_t>(field)));
-            if (column < 0)
+            if (map[field] < 0)
                 return {};
-            return WithoutReserved(Utf16Head(modConversion::ToText(vColumns.At(column)), limit));
+            return WithoutReserved(Utf16Head(modConversion::ToText(vColumns.At(map[field])), limit));
         };
         const std::u16string name = text(kCsvName, PFS_Name);
         const std::u16string partNum = text(kCsvPartNum, PFS_PartNum);
-        const std::int32_t priceColumn = modConversion::ToLong(vRevMap.At(kCsvUnitPrice));
         Currency unitPrice;
-        if (priceColumn >= 0)
-            unitPrice = PriceOrZero(modConversion::ToCurrency(vColumns.At(priceColumn)), m_curPriceCeiling);
+        if (map[kCsvUnitPrice] >= 0)
+            unitPrice =
+                PriceOrZero(modConversion::ToCurrency(vColumns.At(map[kCsvUnitPrice])), m_curPriceCeiling);
         const std::u16string note = text(kCsvNote, PFS_Note);
-        AddNew(Variant::ArrayOf({0, name, u"", partNum, unitPrice, note}));
+        AddNew(Variant::ArrayWith(0, name, u"", partNum, unitPrice, note));
     } catch (...) {
         bError = true;
     }
@@ -333,7 +360,9 @@ void ProductLkpMgr::Impl::BinaryProductImport(std::u16string_view sPath)
             RaiseOwn(ErrorContext::ProductLkpMgr_BinaryProductImport, u"The path specified does not exist.");
         bCancelUpdate = false;
         m_bSessionDirty = true;
-        LoadProductRS(sPath, false);
+        // It may have vanished since; the rows that are here must not be taken for imported ones.
+        if (!LoadProductRS(sPath, false))
+            RaiseOwn(ErrorContext::ProductLkpMgr_BinaryProductImport, u"The path specified does not exist.");
         SortProductRS();
         BinaryImportResetRstState();
         m_lLastRowID = GetLastRowID();
@@ -352,23 +381,6 @@ void ProductLkpMgr::Impl::BinaryImportResetRstState()
             m_table.SetLong(row, PF_UniqueID, 0);
         });
     });
-}
-
-void ProductLkpMgr::Impl::PrvReportProgress(const Variant& vParams)
-{
-    // A receiver that imports or exports in its turn is not called again for that: it could not end.
-    if (m_bInProgress || !m_objIProgress)
-        return;
-    const std::shared_ptr<IProcessProgress> receiver = m_objIProgress;
-    struct Mark
-    {
-        bool& isSet;
-        explicit Mark(bool& mark) : isSet(mark) { isSet = true; }
-        Mark(const Mark&) = delete;
-        Mark& operator=(const Mark&) = delete;
-        ~Mark() { isSet = false; }
-    } const mark(m_bInProgress);
-    receiver->Progress(vParams);
 }
 
 } // namespace KestrinProductEditor

@@ -109,9 +109,9 @@ RowStore ProductLkpMgr::Impl::InitProductRS() const
     return Traced(ErrorContext::ProductLkpMgr_InitProductRS, [&] { return RowStore(m_table.Columns()); });
 }
 
-void ProductLkpMgr::Impl::LoadProductRS(std::u16string_view path, bool bCreate)
+bool ProductLkpMgr::Impl::LoadProductRS(std::u16string_view path, bool bCreate)
 {
-    Traced(ErrorContext::ProductLkpMgr_LoadProductRS, [&] {
+    return Traced(ErrorContext::ProductLkpMgr_LoadProductRS, [&] {
         if (FileSystem().FileExists(path)) {
             // The whole file is read before a row of the present table goes.
             RowStore rows = InitProductRS();
@@ -125,10 +125,13 @@ void ProductLkpMgr::Impl::LoadProductRS(std::u16string_view path, bool bCreate)
                         u". The file was left as it is.");
             }
             m_table.Adopt(std::move(rows));
-        } else if (bCreate) {
+            return true;
+        }
+        if (bCreate) {
             m_table.Adopt(InitProductRS());
             SaveProductRS(path);
         }
+        return false;
     });
 }
 
@@ -165,7 +168,11 @@ Variant ProductLkpMgr::Impl::Pack(std::int32_t lRowID)
 
 void ProductLkpMgr::Impl::GotoNthProduct(std::int32_t lIdx)
 {
-    m_table.MoveFromFirst(lIdx);
+    try {
+        m_table.MoveFromFirst(lIdx);
+    } catch (...) {
+        throw ErrorInFlight();
+    }
 }
 
 void ProductLkpMgr::Impl::Update(const Variant& vProductInfo)
@@ -297,7 +304,7 @@ void ProductLkpMgr::Impl::FindRowBySyncID(std::int32_t lRowSyncID)
     PrvFind(ErrorContext::ProductLkpMgr_FindRowBySyncID, PF_UniqueID, lRowSyncID);
 }
 
-Variant ProductLkpMgr::Impl::GetFindMatches(CorvoProductFields column, std::u16string_view text, bool bAll)
+Variant ProductLkpMgr::Impl::GetFindMatches(std::size_t column, std::u16string_view text, bool bAll)
 {
     try {
         // The typed text stands between quotes in the filter that a match list is; a quote of its own breaks
@@ -396,12 +403,12 @@ void ProductLkpMgr::Impl::PrvMarkRowDirty(RowNumber row)
 
 Variant ProductLkpMgr::Impl::PrvPackRow(RowNumber row) const
 {
-    return Variant::ArrayOf({m_table.Get(row, PF_RowID), m_table.Get(row, PF_Name), m_table.Get(row, PF_Key),
-                             m_table.Get(row, PF_PartNum), m_table.Get(row, PF_UnitPrice),
-                             m_table.Get(row, PF_Note)});
+    return Variant::ArrayWith(m_table.Get(row, PF_RowID), m_table.Get(row, PF_Name), m_table.Get(row, PF_Key),
+                              m_table.Get(row, PF_PartNum), m_table.Get(row, PF_UnitPrice),
+                              m_table.Get(row, PF_Note));
 }
 
-void ProductLkpMgr::Impl::PrvSetFlags(ErrorContext context, CorvoProductFields column, bool bDirty)
+void ProductLkpMgr::Impl::PrvSetFlags(ErrorContext context, std::size_t column, bool bDirty)
 {
     Traced(context, [&] {
         if (m_table.IsEmpty())
@@ -410,7 +417,7 @@ void ProductLkpMgr::Impl::PrvSetFlags(ErrorContext context, CorvoProductFields c
     });
 }
 
-void ProductLkpMgr::Impl::PrvFind(ErrorContext context, CorvoProductFields column, std::int32_t lValue)
+void ProductLkpMgr::Impl::PrvFind(ErrorContext context, std::size_t column, std::int32_t lValue)
 {
     Traced(context, [&] {
         if (!m_table.IsEmpty())

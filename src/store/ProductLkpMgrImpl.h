@@ -55,7 +55,7 @@ public:
 
     void FindRow(std::int32_t lRowID);
     void FindRowBySyncID(std::int32_t lRowSyncID);
-    [[nodiscard]] Variant GetFindMatches(CorvoProductFields column, std::u16string_view text, bool bAll);
+    [[nodiscard]] Variant GetFindMatches(std::size_t column, std::u16string_view text, bool bAll);
 
     // Dirty flags and progress receiver
 
@@ -100,7 +100,8 @@ private:
     class Import;
 
     [[nodiscard]] RowStore InitProductRS() const;
-    void LoadProductRS(std::u16string_view path, bool bCreate);
+    /// Whether there was a file to load.
+    bool LoadProductRS(std::u16string_view path, bool bCreate);
     void SaveProductRS(std::u16string_view path);
     [[nodiscard]] std::int32_t GetLastRowID();
     void SortProductRS();
@@ -111,10 +112,11 @@ private:
     std::int32_t PrvAddRow(const ProductTexts& product);
     void PrvMarkRowDirty(RowNumber row);
     [[nodiscard]] Variant PrvPackRow(RowNumber row) const;
-    void PrvSetFlags(ErrorContext context, CorvoProductFields column, bool bDirty);
-    void PrvFind(ErrorContext context, CorvoProductFields column, std::int32_t lValue);
+    void PrvSetFlags(ErrorContext context, std::size_t column, bool bDirty);
+    void PrvFind(ErrorContext context, std::size_t column, std::int32_t lValue);
 
-    void PrvReportProgress(const Variant& vParams);
+    template<class Call>
+    void PrvCallReceiver(const Call& call);
 
     Recordset m_table;
     std::u16string m_sFilePath;

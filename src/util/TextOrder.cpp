@@ -128,7 +128,17 @@ int Compare(std::string_view left, std::string_view right) noexcept
 bool StartsWith(std::string_view text, std::string_view prefix) noexcept
 {
     std::size_t textAt = 0;
-    std::size_t prefixAt = 0;
+    const std::size_t shared = std::min(text.size(), prefix.size());
+    while (textAt + sizeof(std::uint64_t) <= shared) {
+        const std::uint64_t textWord = LoadWord(text.data() + textAt);
+        const std::uint64_t prefixWord = LoadWord(prefix.data() + textAt);
+        if (!IsAsciiWord(textWord | prefixWord))
+            break;
+        if (FoldAsciiWord(textWord) != FoldAsciiWord(prefixWord))
+            return false;
+        textAt += sizeof(std::uint64_t);
+    }
+    std::size_t prefixAt = textAt;
     while (prefixAt < prefix.size()) {
         if (textAt == text.size())
             return false;

@@ -155,20 +155,12 @@ double RoundedWithin(double value, double least, double bound)
     throw AutomationError(kErrTypeMismatch);
 }
 
-bool EqualsWithoutCase(std::u16string_view text, std::u16string_view lowerCase)
-{
-    const auto isSame = [](char16_t left, char16_t right) {
-        return (left >= u'A' && left <= u'Z' ? left + (u'a' - u'A') : left) == right;
-    };
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), isSame);
-}
-
 bool TextToBoolean(std::u16string_view text)
 {
-    if (EqualsWithoutCase(text, u"true")) {
+    if (EqualsWithoutAsciiCase(text, u"true")) {
         return true;
     }
-    if (EqualsWithoutCase(text, u"false")) {
+    if (EqualsWithoutAsciiCase(text, u"false")) {
         return false;
     }
     const std::optional<ParsedNumber> number = NumberOfText(text);

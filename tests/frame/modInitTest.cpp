@@ -57,7 +57,7 @@ class modInitTest : public StoreFixture
 protected:
     modInitTest()
     {
-        RegisterHostComponent(u"CorvoTWrp.Trace", [this]() -> std::shared_ptr<AutomationObject> {
+        RegisterHostComponent("CorvoTWrp.Trace", [this]() -> std::shared_ptr<AutomationObject> {
             const std::scoped_lock lock(m_mutex);
             ++m_created;
             if (m_failure)
@@ -145,7 +145,7 @@ TEST_F(modInitTest, FailsWithErrorCannotCreateWithoutAHost)
          {HostComponentFactory(), HostComponentFactory([] { return nullptr; }), HostComponentFactory([] {
               return std::make_shared<ScriptedConfig>(std::make_shared<ConfigScript>());
           })}) {
-        RegisterHostComponent(u"CorvoTWrp.Trace", factory);
+        RegisterHostComponent("CorvoTWrp.Trace", factory);
         OnAFreshThread([] {
             ScriptedMessageBox box;
             const ScopedMessageBox scoped(box);

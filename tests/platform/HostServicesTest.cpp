@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/HostServices.h"
 
+#include "platform/Text.h"
+
 #include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
@@ -41,12 +43,12 @@ private:
     }
 };
 
-void ExpectCannotCreate(const std::optional<AutomationError>& error, std::u16string_view classID)
+void ExpectCannotCreate(const std::optional<AutomationError>& error, std::string_view classID)
 {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Number(), kErrCannotCreateObject);
     EXPECT_TRUE(error->Description().starts_with(u"ActiveX component can't create object: '" +
-                                                 std::u16string(classID) + u"' "))
+                                                 ToUtf16(classID) + u"' "))
         << error->what();
 }
 
@@ -56,15 +58,15 @@ TEST_F(HostServices, CreateWhatTheFactoriesMake)
 {
     const auto trace = std::make_shared<QuietTrace>();
     const auto config = std::make_shared<EmptyConfig>();
-    RegisterHostComponent(u"CorvoTWrp.Trace", [&] { return trace; });
-    RegisterHostComponent(u"CorvoConf.Config", [&] { return config; });
+    RegisterHostComponent("CorvoTWrp.Trace", [&] { return trace; });
+    RegisterHostComponent("CorvoConf.Config", [&] { return config; });
     EXPECT_EQ(CreateTrace(), trace);
     EXPECT_EQ(CreateConfig(), config);
 }
 
 TEST_F(HostServices, CompareClassIdentifiersWithoutCase)
 {
-    RegisterHostComponent(u"CORVOTWRP.trace", [] { return std::make_shared<QuietTrace>(); });
+    RegisterHostComponent("CORVOTWRP.trace", [] { return std::make_shared<QuietTrace>(); });
     EXPECT_NE(CreateTrace(), nullptr);
 }
 
@@ -114,7 +116,7 @@ TEST_F(HostServices, TakeTheLastRegistration)
 TEST_F(HostServices, AnEmptyFactoryTakesARegistrationAway)
 {
     RegisterHostComponent(kTraceClassID, [] { return std::make_shared<QuietTrace>(); });
-    RegisterHostComponent(u"corvotwrp.trace", HostComponentFactory());
+    RegisterHostComponent("corvotwrp.trace", HostComponentFactory());
     ExpectCannotCreate(ErrorOf([] { static_cast<void>(CreateTrace()); }), kTraceClassID);
 }
 

@@ -203,13 +203,13 @@ TEST_F(StoreExport, EndsWithTheErrorOfAReceiverAndKeepsTheLinesBefore)
     EXPECT_THAT(receiver->Fractions(), ElementsAre(1.0 / 3, 2.0 / 3, 1.0 / 3, 2.0 / 3, 1.0));
 }
 
-TEST_F(StoreExport, WritesARenamedRowInThePlaceThatItStillHas)
+TEST_F(StoreExport, WritesARenamedRowInItsNewPlace)
 {
     AddNames(*m_store, {"Anchor", "Bolt"});
     m_store->MoveFirst();
     m_store->Fields(PF_Name, u"Zip");
     EXPECT_EQ(Exported(),
-              std::string(kHeader) + "\"Zip\",\"\",\"$0.00\",\"\"\r\n\"Bolt\",\"\",\"$0.00\",\"\"\r\n");
+              std::string(kHeader) + "\"Bolt\",\"\",\"$0.00\",\"\"\r\n\"Zip\",\"\",\"$0.00\",\"\"\r\n");
 }
 
 } // namespace KestrinProductEditor

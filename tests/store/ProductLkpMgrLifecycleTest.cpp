@@ -231,7 +231,7 @@ TEST_F(StoreLifecycle, KeepsThePathThatItHadAtConstruction)
 
 TEST_F(StoreLifecycle, FailsWithoutAConfiguration)
 {
-    RegisterHostComponent(u"CorvoConf.Config", nullptr);
+    RegisterHostComponent("CorvoConf.Config", nullptr);
     EXPECT_EQ(ErrorNumberOf([] { static_cast<void>(Open()); }), 429);
     EXPECT_FALSE(CatalogueExists());
     EXPECT_THAT(m_trace->Calls(), ElementsAre("enter KestrinProductMgr.ProductLkpMgr::Class_Initialize",

@@ -81,6 +81,18 @@ TEST_F(StoreRoundTrip, KeepsEveryPriceOfTwoDecimalsUnderEachLocale)
     }
 }
 
+TEST_F(StoreRoundTrip, KeepsEveryPriceWhereTheCodePageLacksTheLocalesSigns)
+{
+    const ScopedVariable codePage("KSTNEDIT_CODEPAGE", "windows-1252");
+    const std::vector<Product4> products = {
+        {"a", "", 0, ""}, {"b", "", 123456700, ""}, {"c", "", 42949672959900, ""}};
+    for (const char* const locale : kLocales) {
+        SCOPED_TRACE(locale);
+        const ScopedLocaleVariables scoped(locale);
+        EXPECT_EQ(ThereAndBack(products), products);
+    }
+}
+
 TEST_F(StoreRoundTrip, KeepsEveryTextUnderEachLocale)
 {
     std::vector<Product4> products = {

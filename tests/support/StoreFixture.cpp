@@ -150,15 +150,15 @@ StoreFixture::StoreFixture(const std::string& locale)
     std::filesystem::create_directory(m_database);
     m_config->values[u"InstallPath"] = m_folder.Path().u16string();
     m_config->values[u"DBSubdirName"] = u"db";
-    RegisterHostComponent(u"CorvoTWrp.Trace", [trace = m_trace] { return trace; });
-    RegisterHostComponent(u"CorvoConf.Config",
+    RegisterHostComponent("CorvoTWrp.Trace", [trace = m_trace] { return trace; });
+    RegisterHostComponent("CorvoConf.Config",
                           [script = m_config] { return std::make_shared<ScriptedConfig>(script); });
 }
 
 StoreFixture::~StoreFixture()
 {
-    RegisterHostComponent(u"CorvoTWrp.Trace", nullptr);
-    RegisterHostComponent(u"CorvoConf.Config", nullptr);
+    RegisterHostComponent("CorvoTWrp.Trace", nullptr);
+    RegisterHostComponent("CorvoConf.Config", nullptr);
 }
 
 std::shared_ptr<ProductLkpMgr> StoreFixture::Open()

@@ -49,7 +49,7 @@ void CsvColumns::PrvBegin() noexcept
 void CsvColumns::PrvTake(const CsvBlock& block, std::uint64_t inLine, std::size_t offset)
 {
     // Room for every byte of the block and for the end of the line.
-    if (m_ends.size() - m_count <= kCsvBlockSize) {
+    if (m_count < m_most && m_ends.size() - m_count <= kCsvBlockSize) {
         m_ends.resize(std::max(2 * m_ends.size(), 2 * kCsvBlockSize));
     }
 
@@ -69,6 +69,10 @@ void CsvColumns::PrvTake(const CsvBlock& block, std::uint64_t inLine, std::size_
     }
     m_afterSeparator = separators >> 63;
 
+    if (m_count >= m_most) {
+        m_count += static_cast<std::size_t>(std::popcount(separators));
+        return;
+    }
     for (; separators != 0; separators &= separators - 1) {
         m_ends[m_count] = offset + static_cast<std::size_t>(std::countr_zero(separators));
         ++m_count;
@@ -79,7 +83,9 @@ void CsvColumns::PrvEnd(std::string_view line) noexcept
 {
     m_line = line;
     if (!line.empty()) {
-        m_ends[m_count] = line.size();
+        if (m_count < m_most) {
+            m_ends[m_count] = line.size();
+        }
         ++m_count;
     }
 }

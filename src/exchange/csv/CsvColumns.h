@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,10 +23,14 @@ public:
     /// Splits `line`, whose bytes must stay in place while columns are read.
     void Split(std::string_view line);
 
+    /// From the next line on, only the first `most` columns can be read; the others are counted and cost no
+    /// memory.
+    void Keep(std::size_t most) noexcept { m_most = most; }
+
     [[nodiscard]] std::size_t Count() const noexcept { return m_count; }
 
     /// Column `index`, from 0: a view of the line, or text in `scratch` where quotes inside had to go. A
-    /// column that is not asked for costs nothing. Requires: index < Count().
+    /// column that is not asked for costs nothing. Requires: index < Count(), and it is kept.
     [[nodiscard]] std::string_view Column(std::size_t index, std::string& scratch) const;
 
 private:
@@ -39,8 +44,9 @@ private:
     void PrvEnd(std::string_view line) noexcept;
 
     std::string_view m_line;
-    std::vector<std::size_t> m_ends; // the first m_count count
+    std::vector<std::size_t> m_ends; // of the first m_count columns, as far as they are kept
     std::size_t m_count = 0;
+    std::size_t m_most = std::numeric_limits<std::size_t>::max();
     // Whether a quote stands elsewhere than at the first or the last place of its column.
     bool m_hasInnerQuotes = false;
 

@@ -40,6 +40,8 @@ public:
     /// Whether the file is UTF-16: its lines and columns are then UTF-8 already.
     [[nodiscard]] bool LineIsUtf8() const noexcept { return m_utf16 != nullptr; }
 
+    /// As CsvColumns::Keep.
+    void KeepColumns(std::size_t most) noexcept { m_columns.Keep(most); }
     /// The columns of the line, found together with its end; their texts are to be decoded. Valid until Next.
     [[nodiscard]] const CsvColumns& Columns() const noexcept { return m_columns; }
 

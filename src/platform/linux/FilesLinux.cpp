@@ -72,7 +72,7 @@ struct SplitPath
                                            const std::string& path, std::string_view reason)
 {
     return AutomationError(
-        number, u"", u"cannot " + ToUtf16(doing) + u" '" + PathFromNative(path) + u"': " + ToUtf16(reason));
+        number, u"", AutomationError::TextOf(number) + u": cannot " + ToUtf16(doing) + u" '" + PathFromNative(path) + u"': " + ToUtf16(reason));
 }
 
 /// The one place where the system's error numbers become ours. `doing` is a verb: "open".
@@ -376,11 +376,13 @@ private:
     void PrvTakeOver(const struct stat& existing)
     {
         const int file = m_temporary.file.Number();
+        mode_t kept = 07777;
         if (fchown(file, existing.st_uid, existing.st_gid) != 0) {
             constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
             static_cast<void>(fchown(file, kSameOwner, existing.st_gid) == 0);
+            kept = 0777; // to run as the owner means something else under another owner
         }
-        fchmod(file, existing.st_mode & 07777);
+        fchmod(file, existing.st_mode & kept);
     }
 
     void PrvAbandon() noexcept
@@ -494,7 +496,8 @@ constexpr char16_t kEscapeBase = 0xDC00;
 
 IFileSystem& PlatformFileSystem()
 {
-    static LinuxFileSystem fileSystem;
+    // Never destroyed: a host may release its last store after the end of main.
+    static auto& fileSystem = *new LinuxFileSystem;
     return fileSystem;
 }
 

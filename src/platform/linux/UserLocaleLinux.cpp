@@ -177,7 +177,8 @@ public:
 
 const IUserLocale& PlatformUserLocale()
 {
-    static const UserLocaleLinux kLocale;
+    // Never destroyed: a host may release its last store after the end of main.
+    static const auto& kLocale = *new UserLocaleLinux;
     return kLocale;
 }
 

@@ -38,7 +38,8 @@ public:
 
 IMessageBox& MessageBoxes()
 {
-    static StandardErrorMessages standardError;
+    // Never destroyed: it may be needed after the end of main.
+    static auto& standardError = *new StandardErrorMessages;
     return t_messageBox != nullptr ? *t_messageBox : standardError;
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <random>
 #include <utility>
 
 namespace KestrinProductEditor {
@@ -17,82 +18,95 @@ constexpr std::size_t SlotsFor(std::size_t values)
     return std::bit_ceil(std::max(kFewestSlots, values + values / 3 + 1));
 }
 
+// Two rounds of multiply and shift; neither neighbours nor regular steps nor chosen values end up together.
+std::uint32_t Scatter(std::uint32_t bits)
+{
+    bits ^= bits >> 16;
+    bits *= 0x7FEB352DU;
+    bits ^= bits >> 15;
+    bits *= 0x846CA68BU;
+    return bits ^ (bits >> 16);
+}
+
 } // namespace
 
 void LongIndex::Reserve(std::size_t rows)
 {
-    if (SlotsFor(rows) > m_slots.size())
-        PrvResize(SlotsFor(rows));
+    const std::size_t slots = SlotsFor(std::max(rows, m_used + 1));
+    if (slots > m_slotCount)
+        PrvResize(slots);
 }
 
 void LongIndex::Insert(std::int32_t value, RowNumber row)
 {
-    Reserve(m_used + 1);
-    Slot& slot = m_slots[PrvFindSlot(value)];
-    if (slot.row == kFree) {
-        slot = {value, row};
+    Reserve(0);
+    Slot& slot = PrvSlots()[PrvFindSlot(value)];
+    if (slot.mark == kFree) {
+        slot = {value, row + 1};
         ++m_used;
     } else {
-        slot.row = kSeveral;
+        slot.mark = kSeveral;
     }
 }
 
 void LongIndex::Remove(std::int32_t value, RowNumber row) noexcept
 {
-    if (m_slots.empty())
+    if (m_slotCount == 0)
         return;
+    Slot* const slots = PrvSlots();
     std::size_t hole = PrvFindSlot(value);
-    if (m_slots[hole].row != row)
+    if (slots[hole].mark != row + 1)
         return;
     // Later values of the same run move up, so that no search stops at the hole too early.
-    const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t at = (hole + 1) & mask; m_slots[at].row != kFree; at = (at + 1) & mask) {
-        const std::size_t home = PrvHome(m_slots[at].value);
+    const std::size_t mask = m_slotCount - 1;
+    for (std::size_t at = (hole + 1) & mask; slots[at].mark != kFree; at = (at + 1) & mask) {
+        const std::size_t home = PrvHome(slots[at].value);
         if (((at - home) & mask) >= ((at - hole) & mask)) {
-            m_slots[hole] = m_slots[at];
+            slots[hole] = slots[at];
             hole = at;
         }
     }
-    m_slots[hole].row = kFree;
+    slots[hole].mark = kFree;
     --m_used;
 }
 
 LongIndex::Found LongIndex::Find(std::int32_t value) const noexcept
 {
-    if (m_slots.empty())
+    if (m_slotCount == 0)
         return {};
-    const Slot& slot = m_slots[PrvFindSlot(value)];
-    if (slot.row == kFree)
+    const Slot& slot = PrvSlots()[PrvFindSlot(value)];
+    if (slot.mark == kFree)
         return {};
-    if (slot.row == kSeveral)
+    if (slot.mark == kSeveral)
         return {Answer::Several, kNoRow};
-    return {Answer::One, slot.row};
+    return {Answer::One, slot.mark - 1};
 }
 
 std::size_t LongIndex::PrvHome(std::int32_t value) const noexcept
 {
-    // Multiplication by the golden ratio spreads the runs and the regular steps that identifiers come in.
-    constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15U;
-    return static_cast<std::size_t>((static_cast<std::uint32_t>(value) * kGolden) >> m_shift);
+    static const std::uint32_t seed = std::random_device{}();
+    return Scatter(static_cast<std::uint32_t>(value) ^ seed) & (m_slotCount - 1);
 }
 
 std::size_t LongIndex::PrvFindSlot(std::int32_t value) const noexcept
 {
-    const std::size_t mask = m_slots.size() - 1;
+    const Slot* const slots = PrvSlots();
+    const std::size_t mask = m_slotCount - 1;
     std::size_t at = PrvHome(value);
-    while (m_slots[at].row != kFree && m_slots[at].value != value)
+    while (slots[at].mark != kFree && slots[at].value != value)
         at = (at + 1) & mask;
     return at;
 }
 
 void LongIndex::PrvResize(std::size_t slots)
 {
-    std::vector<Slot> old(slots, Slot{0, kFree});
-    old.swap(m_slots);
-    m_shift = 64U - static_cast<unsigned>(std::countr_zero(slots));
-    for (const Slot& slot : old) {
-        if (slot.row != kFree)
-            m_slots[PrvFindSlot(slot.value)] = slot;
+    LargeBlock block = AllocateLargeBlock(slots * sizeof(Slot));
+    block.swap(m_block);
+    const auto* const old = reinterpret_cast<const Slot*>(block.get());
+    const std::size_t oldCount = std::exchange(m_slotCount, slots);
+    for (std::size_t i = 0; i < oldCount; ++i) {
+        if (old[i].mark != kFree)
+            PrvSlots()[PrvFindSlot(old[i].value)] = old[i];
     }
 }
 

@@ -47,21 +47,8 @@ public:
         return PrvAvailable() >= size;
     }
 
-    /// Reads the stream to its end and says how many bytes there were from Begin on.
-    [[nodiscard]] std::uint64_t Drain()
-    {
-        std::uint64_t count = 0;
-        for (;;) {
-            count += PrvAvailable();
-            Drop(m_end);
-            if (m_isAtEnd)
-                return count;
-            PrvFill();
-        }
-    }
-
 private:
-    static constexpr std::size_t kFirstCapacity = 256 * 1024;
+    static constexpr std::size_t kFirstCapacity = std::size_t{256} << 10;
 
     [[nodiscard]] std::size_t PrvAvailable() const noexcept
     {

@@ -59,6 +59,7 @@ void Recordset::Clear() noexcept
     m_rows.Clear();
     m_indexes.clear();
     m_movedRow = kNoRow;
+    ++m_orderStamp;
     m_cursor = {};
     for (Place* const walk : m_walks)
         *walk = {};
@@ -69,24 +70,17 @@ void Recordset::SortBy(std::size_t column)
 {
     assert(IsText(Columns()[column].type));
     PrvSetCursor({});
-    if (m_sortColumn == column) {
-        PrvPlaceRows();
-    } else {
+    PrvPlaceRows();
+    if (m_sortColumn != column) {
         std::vector<RowNumber> rows;
         rows.reserve(Count());
-        for (std::size_t ordinal = 0; ordinal < m_order.BlockCount(); ++ordinal) {
-            const std::span<const RowNumber> block = m_order.BlockAt(ordinal);
-            rows.insert(rows.end(), block.begin(), block.end());
-        }
-        rows.insert(rows.end(), m_unplaced.begin(), m_unplaced.end());
+        m_order.ForEach([&](RowNumber row) { rows.push_back(row); });
         if (!AreSorted(m_rows, column, rows)) {
             SortRows(m_rows, column, rows);
             m_order.Assign(rows);
-        } else if (!m_unplaced.empty()) {
-            m_order.Assign(rows);
         }
-        m_unplaced.clear();
         m_sortColumn = column;
+        ++m_orderStamp;
     }
     if (!IsEmpty())
         m_cursor = {Stand::OnRow, m_order.First(), kNoRow};
@@ -112,8 +106,7 @@ void Recordset::MoveLast()
 {
     if (IsEmpty())
         throw AutomationError(kErrNoCurrentRecord);
-    PrvPlaceRows();
-    MoveTo(m_order.Last());
+    MoveTo(PrvSettledOrder().Last());
 }
 
 void Recordset::MoveNext()
@@ -137,13 +130,13 @@ void Recordset::MoveFromFirst(std::int64_t count)
 {
     if (IsEmpty())
         throw AutomationError(kErrNoCurrentRecord);
-    PrvPlaceRows();
+    const RowOrder& order = PrvSettledOrder();
     if (count < 0)
         PrvSetCursor({Stand::BeforeFirst, kNoRow, kNoRow});
-    else if (static_cast<std::uint64_t>(count) >= m_order.Size())
+    else if (static_cast<std::uint64_t>(count) >= order.Size())
         PrvSetCursor({});
     else
-        MoveTo(m_order.At(static_cast<std::size_t>(count)));
+        MoveTo(order.At(static_cast<std::size_t>(count)));
 }
 
 void Recordset::MoveTo(RowNumber row)
@@ -185,6 +178,8 @@ RowNumber Recordset::Find(std::size_t column, std::int32_t value)
 
 bool Recordset::MoveToFound(std::size_t column, std::int32_t value)
 {
+    static_cast<void>(
+        PrvSettledOrder()); // which of several comes first is asked after the cursor has left its row
     const RowNumber row = Find(column, value);
     PrvSetCursor(row == kNoRow ? Place{} : Place{Stand::OnRow, row, kNoRow});
     return row != kNoRow;
@@ -298,6 +293,7 @@ RowNumber Recordset::AddNew(std::span<RowStore::Value> values)
         index.rows.Reserve(Count() + 1);
     PrvSetCursor({}); // the row that it leaves takes its place before the new one is there
     const RowNumber row = m_rows.Append(values);
+    ++m_orderStamp;
     m_unplaced.push_back(row);
     for (Index& index : m_indexes)
         index.rows.Insert(m_rows.Long(row, index.column), row);
@@ -319,6 +315,8 @@ void Recordset::DeleteRow(RowNumber row)
     PrvLeaveOrder(row, Stand::Deleted);
     for (Index& index : m_indexes)
         index.rows.Remove(m_rows.Long(row, index.column), row);
+    if (row == m_firstOfSeveral.row)
+        ++m_orderStamp;
     m_rows.Forget(row);
     PrvChanged();
 }
@@ -341,6 +339,8 @@ void Recordset::SetLong(RowNumber row, std::size_t column, std::int32_t value)
         index.rows.Insert(value, row);
     }
     m_rows.SetLong(row, column, value);
+    if (m_firstOfSeveral.column == column && m_firstOfSeveral.value == value)
+        ++m_orderStamp;
     PrvChanged();
 }
 
@@ -376,6 +376,13 @@ void Recordset::PrvSetCursor(Place place)
     // The row that the cursor leaves takes the place that its new name asks for.
     PrvReplaceMovedRow();
     m_cursor = place;
+}
+
+const RowOrder& Recordset::PrvSettledOrder()
+{
+    PrvReplaceMovedRow();
+    PrvPlaceRows();
+    return m_order;
 }
 
 void Recordset::PrvPlaceRows()
@@ -433,6 +440,7 @@ void Recordset::PrvReplaceMovedRow()
         return;
     ReserveOneMore(m_unplaced);
     const RowNumber row = std::exchange(m_movedRow, kNoRow);
+    ++m_orderStamp;
     PrvLeaveOrder(row, Stand::Moved);
     PrvChanged();
     try {
@@ -533,15 +541,15 @@ LongIndex& Recordset::PrvIndexOf(std::size_t column)
 
 RowNumber Recordset::PrvFirstOfSeveral(std::size_t column, std::int32_t value)
 {
-    auto& last = m_lastOfSeveral;
-    if (last.stamp == m_changeStamp && last.column == column && last.value == value)
-        return last.row;
     PrvPlaceRows();
-    RowNumber row = m_order.First();
-    while (row != kNoRow && m_rows.Long(row, column) != value)
-        row = m_order.Next(row);
-    last = {m_changeStamp, column, value, row};
-    return row;
+    auto& first = m_firstOfSeveral;
+    // While no row came, moved or got the value, the rows before the last answer can only have lost it:
+    // whoever gives each row with a value another one, one after the other, walks through the rows once.
+    if (first.stamp != m_orderStamp || first.column != column || first.value != value)
+        first = {m_orderStamp, column, value, m_order.First()};
+    while (first.row != kNoRow && m_rows.Long(first.row, column) != value)
+        first.row = m_order.Next(first.row);
+    return first.row;
 }
 
 void Recordset::PrvKeepOrderText(RowNumber row)
@@ -554,15 +562,16 @@ void Recordset::PrvKeepOrderText(RowNumber row)
     m_movedRow = row;
 }
 
-Recordset::Walk::Walk(Recordset& recordset, From from) : m_recordset(recordset)
+Recordset::Walk::Walk(Recordset& recordset)
+    : m_recordset(recordset),
+      m_visited(recordset.m_rows.RowCount()), m_place{Stand::OnRow, recordset.PrvSettledOrder().First(),
+                                                      kNoRow}
 {
-    if (from == From::FirstRow)
-        m_place.stand = Stand::BeforeFirst;
+    if (m_place.row == kNoRow)
+        m_place = {};
     else
-        m_place = recordset.m_cursor;
+        m_visited[m_place.row] = true;
     recordset.m_walks.push_back(&m_place);
-    if (m_place.row == kNoRow && m_place.stand != Stand::AfterLast)
-        Next();
 }
 
 Recordset::Walk::~Walk()
@@ -572,8 +581,12 @@ Recordset::Walk::~Walk()
 
 void Recordset::Walk::Next()
 {
-    const RowNumber row = m_recordset.PrvNext(m_place);
-    m_place = row == kNoRow ? Place{} : Place{Stand::OnRow, row, kNoRow};
+    do {
+        const RowNumber row = m_recordset.PrvNext(m_place);
+        m_place = row == kNoRow ? Place{} : Place{Stand::OnRow, row, kNoRow};
+    } while (!IsAtEnd() && (m_place.row >= m_visited.size() || m_visited[m_place.row]));
+    if (!IsAtEnd())
+        m_visited[m_place.row] = true;
 }
 
 } // namespace KestrinProductEditor

@@ -31,7 +31,7 @@ namespace KestrinProductEditor {
 /// leaves it.
 ///
 /// **Walks** (the class Walk) have a place of their own. Whatever happens to the table meanwhile, a walk
-/// visits no deleted row and ends.
+/// visits only rows that were there when it began, none twice and no deleted one, and so it ends.
 ///
 /// Texts are UTF-8 on this side; the Variant methods speak UTF-16. Narrow texts are kept as the code page can
 /// hold them.
@@ -165,6 +165,8 @@ private:
     };
 
     void PrvSetCursor(Place place);
+    /// The order with every row in its place, the current one, too.
+    const RowOrder& PrvSettledOrder();
     void PrvPlaceRows();
     void PrvMergeUnplaced();
     [[nodiscard]] RowNumber PrvPlaceFor(RowNumber row) const;
@@ -193,13 +195,15 @@ private:
     std::vector<Place*> m_walks;
 
     std::vector<Index> m_indexes; // made at the first search by their column
+    // The last answer of PrvFirstOfSeveral, and the stamp under which it was given.
     struct
     {
         std::uint64_t stamp = 0;
         std::size_t column = 0;
         std::int32_t value = 0;
         RowNumber row = kNoRow;
-    } m_lastOfSeveral;
+    } m_firstOfSeveral;
+    std::uint64_t m_orderStamp = 1;
 
     std::uint64_t m_changeStamp = 1;
     std::vector<std::string> m_scratch; // one for each column
@@ -234,19 +238,11 @@ void Recordset::VisitAll(Visitor&& visit) const
         visit(row);
 }
 
-/// A walk through the rows with a place of its own.
+/// A walk through the rows, from the first on, with a place of its own. Throws std::bad_alloc, as Next does.
 class Recordset::Walk
 {
 public:
-    enum class From
-    {
-        FirstRow,
-        Cursor
-    };
-
-    /// From the first row, or from the current one on: from where MoveNext would go when that was deleted,
-    /// from the first row when the cursor stands before it.
-    Walk(Recordset& recordset, From from);
+    explicit Walk(Recordset& recordset);
     Walk(const Walk&) = delete;
     Walk& operator=(const Walk&) = delete;
     ~Walk();
@@ -258,6 +254,7 @@ public:
 
 private:
     Recordset& m_recordset;
+    std::vector<bool> m_visited; // by row; as many as there were at the beginning
     Place m_place;
 };
 

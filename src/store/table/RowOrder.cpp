@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 namespace KestrinProductEditor {
 
@@ -128,8 +129,10 @@ void RowOrder::Assign(std::span<const RowNumber> rows)
     const std::size_t blockCount = (rows.size() + kRowsOfNewBlock - 1) / kRowsOfNewBlock;
     std::vector<std::unique_ptr<Block>> blocks;
     std::vector<Entry> sequence;
+    std::vector<std::uint32_t> freeSlots;
     blocks.reserve(blockCount);
     sequence.reserve(blockCount);
+    freeSlots.reserve(blockCount);
     for (std::size_t begin = 0; begin < rows.size(); begin += kRowsOfNewBlock) {
         const std::span<const RowNumber> part =
             rows.subspan(begin, std::min(kRowsOfNewBlock, rows.size() - begin));
@@ -141,7 +144,7 @@ void RowOrder::Assign(std::span<const RowNumber> rows)
     }
     m_blocks = std::move(blocks);
     m_sequence = std::move(sequence);
-    m_freeSlots.clear();
+    m_freeSlots = std::move(freeSlots);
     m_size = rows.size();
     m_hintIndex = m_hintOrdinal = m_hintPlace = 0;
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -182,7 +185,7 @@ void RowOrder::PrvAddBlock(std::size_t ordinal)
     m_sequence.reserve(m_sequence.size() + 1);
     auto block = std::make_unique_for_overwrite<Block>();
     if (m_freeSlots.empty()) {
-        m_freeSlots.reserve(m_blocks.size() + 1);
+        m_freeSlots.reserve(m_blocks.size() + 1); // so that a removal cannot fail
         m_blocks.emplace_back();
         m_freeSlots.push_back(static_cast<std::uint32_t>(m_blocks.size() - 1));
     }
@@ -198,7 +201,7 @@ void RowOrder::PrvRemoveBlock(std::size_t ordinal) noexcept
 {
     const std::uint32_t slot = m_sequence[ordinal].slot;
     m_blocks[slot].reset();
-    m_freeSlots.push_back(slot); // room was reserved when the slot was made
+    m_freeSlots.push_back(slot); // there is room for every slot
     m_sequence.erase(m_sequence.begin() + static_cast<std::ptrdiff_t>(ordinal));
     PrvRenumber(ordinal);
     m_hintOrdinal = m_hintPlace = 0;

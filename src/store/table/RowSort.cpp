@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kKeyBytes = sizeof(TextOrder::Key);
 constexpr std::size_t kSmallRange = 40;
-// Each depth costs stack; names that are equal so far are compared as a whole.
+// Every key is read from the text's beginning on; texts that are equal so far are compared as a whole.
 constexpr std::size_t kDeepest = 1024;
 constexpr std::size_t kAhead = 12;
 
@@ -42,7 +42,16 @@ public:
             m_entries[i].row = rows[i];
     }
 
-    void Sort() { PrvNextKeys(0, m_entries.size(), 0); }
+    void Sort()
+    {
+        // A list of ranges and no recursion: how deep the texts are equal must not decide about the stack.
+        m_ranges.push_back({0, m_entries.size(), 0, kKeyBytes});
+        while (!m_ranges.empty()) {
+            const Range range = m_ranges.back();
+            m_ranges.pop_back();
+            PrvSortRange(range);
+        }
+    }
 
     void Store(std::span<RowNumber> rows) const
     {
@@ -51,8 +60,56 @@ public:
     }
 
 private:
-    // The range is equal in its first `depth` folded bytes.
-    void PrvNextKeys(std::size_t begin, std::size_t end, std::size_t depth)
+    /// Rows that are equal in all folded bytes before the byte `byte` of their keys. Those are used up when
+    /// `byte` is kKeyBytes; the next ones begin at `nextKeys` in the texts.
+    struct Range
+    {
+        std::size_t begin;
+        std::size_t end;
+        std::size_t nextKeys;
+        std::size_t byte;
+    };
+
+    void PrvSortRange(Range range)
+    {
+        if (range.byte == kKeyBytes) {
+            const bool anyLeft = PrvTakeKeys(range.begin, range.end, range.nextKeys);
+            // Texts that are equal so deep, or to their ends but for zero characters, are compared whole.
+            if (!anyLeft || range.nextKeys >= kDeepest) {
+                PrvSortWhole(range.begin, range.end);
+                return;
+            }
+            range.nextKeys += kKeyBytes;
+            range.byte = 0;
+        }
+        if (range.end - range.begin <= kSmallRange) {
+            PrvSortWhole(range.begin, range.end);
+            return;
+        }
+        std::array<std::size_t, 256> counts{};
+        for (std::size_t i = range.begin; i < range.end; ++i)
+            ++counts[ByteOf(m_entries[i].key, range.byte)];
+        if (counts[ByteOf(m_entries[range.begin].key, range.byte)] == range.end - range.begin) {
+            ++range.byte; // nothing to tell apart here
+            m_ranges.push_back(range);
+            return;
+        }
+        std::array<std::size_t, 256> next{};
+        for (std::size_t value = 0, at = range.begin; value < counts.size(); ++value) {
+            next[value] = at;
+            if (counts[value] > 1)
+                m_ranges.push_back({at, at + counts[value], range.nextKeys, range.byte + 1});
+            at += counts[value];
+        }
+        for (std::size_t i = range.begin; i < range.end; ++i)
+            m_other[next[ByteOf(m_entries[i].key, range.byte)]++] = m_entries[i];
+        std::copy(m_other.begin() + static_cast<std::ptrdiff_t>(range.begin),
+                  m_other.begin() + static_cast<std::ptrdiff_t>(range.end),
+                  m_entries.begin() + static_cast<std::ptrdiff_t>(range.begin));
+    }
+
+    // Whether any of the texts has something left there.
+    [[nodiscard]] bool PrvTakeKeys(std::size_t begin, std::size_t end, std::size_t depth)
     {
         bool anyLeft = false;
         for (std::size_t i = begin; i < end; ++i) {
@@ -60,50 +117,10 @@ private:
                 m_store.PrefetchRecord(m_entries[i + 2 * kAhead].row);
             if (i + kAhead < end)
                 m_store.PrefetchTexts(m_entries[i + kAhead].row);
-            const std::string_view text = m_store.Text(m_entries[i].row, m_column);
-            m_entries[i].key = TextOrder::KeyOf(text, depth);
+            m_entries[i].key = TextOrder::KeyOf(m_store.Text(m_entries[i].row, m_column), depth);
             anyLeft = anyLeft || m_entries[i].key != TextOrder::Key{};
         }
-        if (anyLeft)
-            PrvSortByByte(begin, end, depth, 0);
-        else
-            PrvSortWhole(begin, end); // equal texts but for zero characters
-    }
-
-    void PrvSortByByte(std::size_t begin, std::size_t end, std::size_t depth, std::size_t byte)
-    {
-        while (true) {
-            if (end - begin <= kSmallRange || depth >= kDeepest) {
-                PrvSortWhole(begin, end);
-                return;
-            }
-            if (byte == kKeyBytes) {
-                PrvNextKeys(begin, end, depth + kKeyBytes);
-                return;
-            }
-            std::array<std::size_t, 256> counts{};
-            for (std::size_t i = begin; i < end; ++i)
-                ++counts[ByteOf(m_entries[i].key, byte)];
-            if (counts[ByteOf(m_entries[begin].key, byte)] == end - begin) {
-                ++byte; // nothing to tell apart here
-                continue;
-            }
-            std::array<std::size_t, 257> starts{};
-            starts[0] = begin;
-            for (std::size_t value = 0; value < counts.size(); ++value)
-                starts[value + 1] = starts[value] + counts[value];
-            std::array<std::size_t, 257> next = starts;
-            for (std::size_t i = begin; i < end; ++i)
-                m_other[next[ByteOf(m_entries[i].key, byte)]++] = m_entries[i];
-            std::copy(m_other.begin() + static_cast<std::ptrdiff_t>(begin),
-                      m_other.begin() + static_cast<std::ptrdiff_t>(end),
-                      m_entries.begin() + static_cast<std::ptrdiff_t>(begin));
-            for (std::size_t value = 0; value < counts.size(); ++value) {
-                if (counts[value] > 1)
-                    PrvSortByByte(starts[value], starts[value + 1], depth, byte + 1);
-            }
-            return;
-        }
+        return anyLeft;
     }
 
     void PrvSortWhole(std::size_t begin, std::size_t end)
@@ -123,6 +140,7 @@ private:
     std::size_t m_column;
     std::vector<Entry> m_entries;
     std::vector<Entry> m_other;
+    std::vector<Range> m_ranges;
 };
 
 } // namespace

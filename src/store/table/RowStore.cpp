@@ -2,7 +2,6 @@
 #include "store/table/RowStore.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <stdexcept>
 #include <utility>
@@ -14,9 +13,6 @@ namespace {
 constexpr std::size_t kFirstTextBlock = std::size_t{64} << 10;
 constexpr std::size_t kLargestTextBlock = std::size_t{32} << 20;
 constexpr std::size_t kGarbageWorthDropping = std::size_t{1} << 20;
-constexpr std::size_t kMostTextColumns = 16;
-
-using TextViews = std::array<std::string_view, kMostTextColumns>;
 
 // A length in a text run: seven bits a byte, the lowest first, the top bit set on all but the last.
 std::size_t LengthSize(std::size_t length) noexcept
@@ -73,16 +69,36 @@ RowStore::RowStore(std::vector<Column> columns) : m_columns(std::move(columns))
     std::size_t offset = kFirstColumnOffset;
     for (const Column& column : m_columns) {
         if (IsText(column.type)) {
-            m_offsets.push_back(static_cast<std::uint32_t>(m_textColumnCount++));
+            m_offsets.push_back(static_cast<std::uint32_t>(m_textColumns.size()));
+            m_textColumns.push_back(static_cast<std::uint32_t>(m_offsets.size() - 1));
         } else {
             m_offsets.push_back(static_cast<std::uint32_t>(offset));
             offset += SizeOf(column.type);
         }
     }
-    assert(m_textColumnCount <= kMostTextColumns);
     constexpr std::size_t kAlignment = alignof(std::uint32_t);
     m_stride = (offset + kAlignment - 1) / kAlignment * kAlignment;
-    m_longest.assign(m_textColumnCount, 0);
+    m_longest.assign(m_textColumns.size(), 0);
+}
+
+template<class TextAt>
+const char* RowStore::PrvWriteTextRun(const TextAt& textAt)
+{
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < m_textColumns.size(); ++i) {
+        const std::size_t length = textAt(i).size();
+        size += LengthSize(length) + length;
+        m_longest[i] = std::max(m_longest[i], length);
+    }
+    char* const run = PrvTextRoom(size);
+    char* to = run;
+    for (std::size_t i = 0; i < m_textColumns.size(); ++i) {
+        const std::string_view text = textAt(i);
+        to = WriteLength(to, text.size());
+        std::copy(text.begin(), text.end(), to);
+        to += text.size();
+    }
+    return run;
 }
 
 RowNumber RowStore::Append(std::span<const Value> values)
@@ -92,13 +108,7 @@ RowNumber RowStore::Append(std::span<const Value> values)
         throw std::length_error("a table holds at most 4294967294 rows");
     if (m_rowCount >> kRowsPerChunkBits == m_chunks.size())
         m_chunks.push_back(AllocateLargeBlock(m_stride * kRowsPerChunk));
-    TextViews texts;
-    std::size_t textCount = 0;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (IsText(m_columns[i].type))
-            texts[textCount++] = values[i].text;
-    }
-    const char* const run = PrvWriteTextRun({texts.data(), textCount});
+    const char* const run = PrvWriteTextRun([&](std::size_t i) { return values[m_textColumns[i]].text; });
 
     const RowNumber row = m_rowCount++;
     std::memcpy(PrvRecord(row), &run, sizeof run);
@@ -145,7 +155,7 @@ std::string_view RowStore::Text(RowNumber row, std::size_t column) const noexcep
 void RowStore::Texts(RowNumber row, std::string_view* texts) const noexcept
 {
     const char* at = PrvTextRun(row);
-    for (std::size_t i = 0; i < m_textColumnCount; ++i) {
+    for (std::size_t i = 0; i < m_textColumns.size(); ++i) {
         const std::size_t length = ReadLength(at);
         texts[i] = {at, length};
         at += length;
@@ -154,16 +164,21 @@ void RowStore::Texts(RowNumber row, std::string_view* texts) const noexcept
 
 void RowStore::SetText(RowNumber row, std::size_t column, std::string_view text)
 {
-    TextViews texts;
+    std::vector<std::string_view> texts(m_textColumns.size());
     Texts(row, texts.data());
     texts[m_offsets[column]] = text;
-    PrvReplaceTextRun(row, {texts.data(), m_textColumnCount});
+    SetTexts(row, texts);
 }
 
 void RowStore::SetTexts(RowNumber row, std::span<const std::string_view> texts)
 {
-    assert(texts.size() == m_textColumnCount);
-    PrvReplaceTextRun(row, texts);
+    assert(texts.size() == m_textColumns.size());
+    const std::size_t oldSize = PrvTextRunSize(PrvTextRun(row));
+    const char* const run = PrvWriteTextRun([&](std::size_t i) { return texts[i]; });
+    std::memcpy(PrvRecord(row), &run, sizeof run);
+    m_textGarbage += oldSize;
+    if (m_textGarbage > kGarbageWorthDropping && m_textGarbage > m_textBytes / 2)
+        PrvCompactTexts();
 }
 
 void RowStore::Forget(RowNumber row) noexcept
@@ -182,23 +197,6 @@ std::uint32_t RowStore::Tag(RowNumber row) const noexcept
 void RowStore::SetTag(RowNumber row, std::uint32_t tag) noexcept
 {
     std::memcpy(PrvRecord(row) + kTagOffset, &tag, sizeof tag);
-}
-
-const char* RowStore::PrvWriteTextRun(std::span<const std::string_view> texts)
-{
-    std::size_t size = 0;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        size += LengthSize(texts[i].size()) + texts[i].size();
-        m_longest[i] = std::max(m_longest[i], texts[i].size());
-    }
-    char* const run = PrvTextRoom(size);
-    char* to = run;
-    for (const std::string_view text : texts) {
-        to = WriteLength(to, text.size());
-        std::copy(text.begin(), text.end(), to);
-        to += text.size();
-    }
-    return run;
 }
 
 char* RowStore::PrvTextRoom(std::size_t size)
@@ -220,21 +218,11 @@ char* RowStore::PrvTextRoom(std::size_t size)
 std::size_t RowStore::PrvTextRunSize(const char* run) const noexcept
 {
     const char* at = run;
-    for (std::size_t i = 0; i < m_textColumnCount; ++i) {
+    for (std::size_t i = 0; i < m_textColumns.size(); ++i) {
         const std::size_t length = ReadLength(at);
         at += length;
     }
     return static_cast<std::size_t>(at - run);
-}
-
-void RowStore::PrvReplaceTextRun(RowNumber row, std::span<const std::string_view> texts)
-{
-    const std::size_t oldSize = PrvTextRunSize(PrvTextRun(row));
-    const char* const run = PrvWriteTextRun(texts);
-    std::memcpy(PrvRecord(row), &run, sizeof run);
-    m_textGarbage += oldSize;
-    if (m_textGarbage > kGarbageWorthDropping && m_textGarbage > m_textBytes / 2)
-        PrvCompactTexts();
 }
 
 void RowStore::PrvCompactTexts()

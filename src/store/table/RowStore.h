@@ -94,7 +94,7 @@ public:
     /// All texts of the row, in the order of the text columns, into `texts`. Requires: room for
     /// TextColumnCount().
     void Texts(RowNumber row, std::string_view* texts) const noexcept;
-    [[nodiscard]] std::size_t TextColumnCount() const noexcept { return m_textColumnCount; }
+    [[nodiscard]] std::size_t TextColumnCount() const noexcept { return m_textColumns.size(); }
     /// The place of a text column among the text columns.
     [[nodiscard]] std::size_t TextOrdinal(std::size_t column) const noexcept { return m_offsets[column]; }
 
@@ -136,7 +136,7 @@ private:
     // A record: the address of the text run, the tag, then the fixed columns, each at its offset.
     static constexpr std::size_t kTagOffset = sizeof(const char*);
     static constexpr std::size_t kFirstColumnOffset = kTagOffset + sizeof(std::uint32_t);
-    static constexpr std::uint32_t kRowsPerChunkBits = 15;
+    static constexpr std::uint32_t kRowsPerChunkBits = 17;
     static constexpr std::uint32_t kRowsPerChunk = 1U << kRowsPerChunkBits;
 
     [[nodiscard]] char* PrvRecord(RowNumber row) const noexcept
@@ -162,15 +162,15 @@ private:
         std::memcpy(PrvRecord(row) + m_offsets[column], &value, sizeof value);
     }
 
-    [[nodiscard]] const char* PrvWriteTextRun(std::span<const std::string_view> texts);
+    template<class TextAt>
+    [[nodiscard]] const char* PrvWriteTextRun(const TextAt& textAt);
     [[nodiscard]] char* PrvTextRoom(std::size_t size);
     [[nodiscard]] std::size_t PrvTextRunSize(const char* run) const noexcept;
-    void PrvReplaceTextRun(RowNumber row, std::span<const std::string_view> texts);
     void PrvCompactTexts();
 
     std::vector<Column> m_columns;
-    std::vector<std::uint32_t> m_offsets; // fixed columns: in the record; text columns: their ordinal
-    std::size_t m_textColumnCount = 0;
+    std::vector<std::uint32_t> m_offsets;     // fixed columns: in the record; text columns: their ordinal
+    std::vector<std::uint32_t> m_textColumns; // the text columns, by their ordinal
     std::size_t m_stride = 0;
 
     std::vector<LargeBlock> m_chunks;

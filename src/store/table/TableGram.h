@@ -38,8 +38,7 @@ struct Report
     std::uint64_t changedRows = 0;
     std::uint64_t deletedRows = 0;
     std::uint64_t insertedRows = 0;
-    std::uint64_t size = 0;          ///< bytes of the table
-    std::uint64_t trailingBytes = 0; ///< bytes after its end
+    std::uint64_t size = 0; ///< bytes of the table
 };
 
 /// Reads a whole table into `rows`, which is empty before, in the order of the file. The columns of `rows`

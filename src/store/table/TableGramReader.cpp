@@ -19,15 +19,6 @@ namespace {
 
 using namespace Format;
 
-[[nodiscard]] bool EqualsWithoutAsciiCase(std::u16string_view left, std::u16string_view right) noexcept
-{
-    const auto lower = [](char16_t unit) {
-        return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
-    };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char16_t a, char16_t b) { return lower(a) == lower(b); });
-}
-
 [[nodiscard]] std::string Hex(unsigned number)
 {
     constexpr char kDigits[] = "0123456789ABCDEF";
@@ -470,7 +461,9 @@ bool Reader::PrvReadRows()
         case Outcome::Ended:
             m_window.Drop(at);
             m_report.size = m_window.OffsetOf(at);
-            m_report.trailingBytes = m_window.Drain();
+            // A damaged mark in front of a row looks like the end: what follows may be the rest of the table.
+            if (m_window.Extend(1))
+                return PrvFail(m_report.size, "more bytes follow the end mark");
             return true;
         case Outcome::Broken:
             return false;

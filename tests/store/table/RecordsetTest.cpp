@@ -61,7 +61,7 @@ protected:
     std::vector<std::string> Names()
     {
         std::vector<std::string> names;
-        for (Recordset::Walk walk(table, Recordset::Walk::From::FirstRow); !walk.IsAtEnd(); walk.Next())
+        for (Recordset::Walk walk(table); !walk.IsAtEnd(); walk.Next())
             names.emplace_back(table.Text(walk.Row(), kName));
         return names;
     }
@@ -313,10 +313,63 @@ TEST_F(RecordsetTest, FindPrefix_InAnotherColumnFollowsTheRowOrder)
     EXPECT_TRUE(table.FindPrefix(kNote, "x").empty());
 }
 
+TEST_F(RecordsetTest, MovesFromTheEnds_CountARenamedRowWhereItsNewNameStands)
+{
+    AddSorted({"a", "b", "c"});
+    Rename(u"x");
+    table.MoveFirst();
+    EXPECT_EQ(CurrentName(), "b");
+    EXPECT_EQ(table.AbsolutePosition(), 1);
+    Rename(u"z");
+    table.MoveLast();
+    EXPECT_EQ(CurrentName(), "z");
+    Rename(u"a");
+    table.MoveFromFirst(1);
+    EXPECT_EQ(CurrentName(), "c");
+    Rename(u"zz");
+    EXPECT_EQ(Names(), (Texts{"a", "x", "zz"})) << "a walk begins with every row in its place";
+}
+
+TEST_F(RecordsetTest, FindOfASharedValue_FollowsEveryChangeOfIt)
+{
+    AddSorted({"a", "b", "c", "d"});
+    EXPECT_EQ(table.Find(kUid, 0), 0U);
+    table.SetLong(0, kUid, 1);
+    EXPECT_EQ(table.Find(kUid, 0), 1U);
+    table.SetLong(0, kUid, 0); // a row before the last answer got the value
+    EXPECT_EQ(table.Find(kUid, 0), 0U);
+    table.DeleteRow(0);
+    EXPECT_EQ(table.Find(kUid, 0), 1U);
+    Add(9, "A");
+    EXPECT_EQ(table.Find(kUid, 0), 4U);
+    Rename(u"zz");
+    table.MoveFirst();
+    EXPECT_EQ(table.Find(kUid, 0), 1U);
+    for (RowNumber row = 1; row <= 4; ++row)
+        table.SetLong(row, kUid, 5);
+    EXPECT_EQ(table.Find(kUid, 0), kNoRow);
+    table.SetLong(3, kUid, 0);
+    EXPECT_EQ(table.Find(kUid, 0), 3U);
+}
+
+TEST_F(RecordsetTest, Walk_EndsWhateverARenamingVisitorDoes)
+{
+    AddSorted({"a", "b", "c"});
+    std::vector<std::string> visited;
+    for (Recordset::Walk walk(table); !walk.IsAtEnd(); walk.Next()) {
+        visited.emplace_back(table.Text(walk.Row(), kName));
+        table.MoveTo(walk.Row());
+        Rename(u"z" + ToUtf16(visited.back())); // always behind the walk
+        table.Commit();
+        Add(9, "zzz");
+    }
+    EXPECT_EQ(visited, (Texts{"a", "b", "c"}));
+}
+
 TEST_F(RecordsetTest, Walk_OutlivesWhateverHappensToItsRow)
 {
     AddSorted({"a", "b", "c", "d"});
-    Recordset::Walk walk(table, Recordset::Walk::From::FirstRow);
+    Recordset::Walk walk(table);
     table.DeleteRow(walk.Row());
     walk.Next();
     EXPECT_EQ(table.Text(walk.Row(), kName), "b");
@@ -325,15 +378,17 @@ TEST_F(RecordsetTest, Walk_OutlivesWhateverHappensToItsRow)
     table.Commit();
     walk.Next();
     EXPECT_EQ(table.Text(walk.Row(), kName), "c");
-    Add(9, "cc");
-    walk.Next();
-    EXPECT_EQ(table.Text(walk.Row(), kName), "cc");
+    Add(9, "cc"); // came later: not visited
     table.DeleteRow(walk.Row());
-    table.DeleteRow(3); // "d", where the walk would have gone on
+    table.DeleteRow(4); // "cc", where the walk would have gone on
     walk.Next();
-    EXPECT_EQ(table.Text(walk.Row(), kName), "z");
+    EXPECT_EQ(table.Text(walk.Row(), kName), "d");
+    walk.Next();
+    EXPECT_TRUE(walk.IsAtEnd()) << "the row that was renamed was visited before";
+    Recordset::Walk another(table);
+    EXPECT_FALSE(another.IsAtEnd());
     table.Clear();
-    EXPECT_TRUE(walk.IsAtEnd());
+    EXPECT_TRUE(another.IsAtEnd());
 }
 
 TEST_F(RecordsetTest, VisitFromCursor_ReachesTheRowsBehindOnly)
@@ -628,6 +683,7 @@ TEST_F(RecordsetTest, RandomWalk_AgreesWithANaiveTable)
             act = "find";
             const bool byId = random() % 2 == 0;
             const auto value = static_cast<std::int32_t>(random()) % (byId ? lastId + 2 : 22);
+            naive.Leave();
             const std::size_t place = naive.Find(value, byId);
             ASSERT_EQ(table.MoveToFound(byId ? kId : kUid, value), place < naive.rows.size());
             naive.GoTo(place);
@@ -645,6 +701,7 @@ TEST_F(RecordsetTest, RandomWalk_AgreesWithANaiveTable)
             if (!naive.rows.empty()) {
                 const std::size_t place = random() % (naive.rows.size() + 1);
                 table.MoveFromFirst(static_cast<std::int64_t>(place));
+                naive.Leave();
                 naive.GoTo(place);
             }
             break;

@@ -95,6 +95,17 @@ TEST(SortRows, AgreesWithAStableSortOnRandomNames)
     }
 }
 
+TEST(SortRows, NeedsNoStackForNamesThatAreEqualFarIn)
+{
+    std::vector<std::string> names;
+    std::string beginning;
+    for (int i = 0; i < 700; ++i) {
+        names.push_back(beginning + "a");
+        beginning += "\u4E00";
+    }
+    ExpectSorted(names);
+}
+
 TEST(SortRows, SortsNamesThatAreAllEqual)
 {
     ExpectSorted(std::vector<std::string>(5000, "the same name for every product"));
