@@ -56,8 +56,8 @@ void RegisterHost()
 {
     setenv("LC_ALL", kLocale, 1);
     unsetenv("KSTNEDIT_CODEPAGE");
-    RegisterHostComponent(u"CorvoConf.Config", [] { return std::make_shared<Config>(); });
-    RegisterHostComponent(u"CorvoTWrp.Trace", [] { return std::make_shared<Trace>(); });
+    RegisterHostComponent("CorvoConf.Config", [] { return std::make_shared<Config>(); });
+    RegisterHostComponent("CorvoTWrp.Trace", [] { return std::make_shared<Trace>(); });
 }
 
 void SetCatalogueFolder(const std::filesystem::path& folder)
