@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "kstnedit/Paths.h"
+
+#include "kstnedit/Failure.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace KestrinProductEditor::CommandLine {
+
+namespace {
+
+std::filesystem::path NativePath(std::u16string_view path)
+{
+    return std::filesystem::path(PathToNative(path));
+}
+
+} // namespace
+
+std::string QuotedPath(std::u16string_view path)
+{
+    return "'" + ToUtf8(path) + "'";
+}
+
+bool AreSameFile(std::u16string_view left, std::u16string_view right)
+{
+    const std::filesystem::path leftPath = NativePath(left);
+    const std::filesystem::path rightPath = NativePath(right);
+    std::error_code error;
+    if (std::filesystem::equivalent(leftPath, rightPath, error))
+        return true;
+    const std::filesystem::path leftTarget = std::filesystem::weakly_canonical(leftPath, error);
+    if (error)
+        return false;
+    const std::filesystem::path rightTarget = std::filesystem::weakly_canonical(rightPath, error);
+    return !error &&
+           std::filesystem::absolute(leftTarget, error) == std::filesystem::absolute(rightTarget, error);
+}
+
+bool IsFolder(std::u16string_view path)
+{
+    std::error_code error;
+    return std::filesystem::is_directory(NativePath(path), error);
+}
+
+bool MayExist(std::u16string_view path)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(NativePath(path), error);
+    return status.type() != std::filesystem::file_type::not_found;
+}
+
+bool IsRereadable(std::u16string_view path)
+{
+    std::error_code error;
+    switch (std::filesystem::status(NativePath(path), error).type()) {
+    case std::filesystem::file_type::fifo:
+    case std::filesystem::file_type::socket:
+    case std::filesystem::file_type::character:
+        return false;
+    default:
+        return true;
+    }
+}
+
+void CreateFolders(std::u16string_view path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(NativePath(path), error);
+    if (error)
+        throw CommandFailure("cannot create the folder " + QuotedPath(path) + ": " + error.message() +
+                             ". Create it yourself, or name another one with --catalogue DIR.");
+}
+
+} // namespace KestrinProductEditor::CommandLine

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// What the program asks about paths beyond the file services of the component.
+namespace KestrinProductEditor::CommandLine {
+
+/// The path between quotes, for a message (UTF-8).
+[[nodiscard]] std::string QuotedPath(std::u16string_view path);
+
+/// Whether both paths lead to one file, or would if it existed.
+[[nodiscard]] bool AreSameFile(std::u16string_view left, std::u16string_view right);
+
+[[nodiscard]] bool IsFolder(std::u16string_view path);
+/// Whether there is something at `path`, or it cannot be told.
+[[nodiscard]] bool MayExist(std::u16string_view path);
+/// Whether `path` names a file that can be read more than once; true also when that cannot be told.
+[[nodiscard]] bool IsRereadable(std::u16string_view path);
+
+/// Makes the folder and those above it. Throws CommandFailure.
+void CreateFolders(std::u16string_view path);
+
+} // namespace KestrinProductEditor::CommandLine
