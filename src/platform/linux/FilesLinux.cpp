@@ -71,8 +71,9 @@ struct SplitPath
 [[nodiscard]] AutomationError FailureError(std::int32_t number, std::string_view doing,
                                            const std::string& path, std::string_view reason)
 {
-    return AutomationError(
-        number, u"", AutomationError::TextOf(number) + u": cannot " + ToUtf16(doing) + u" '" + PathFromNative(path) + u"': " + ToUtf16(reason));
+    return AutomationError(number, u"",
+                           AutomationError::TextOf(number) + u": cannot " + ToUtf16(doing) + u" '" +
+                               PathFromNative(path) + u"': " + ToUtf16(reason));
 }
 
 /// The one place where the system's error numbers become ours. `doing` is a verb: "open".

@@ -272,17 +272,21 @@ TEST(LinuxFiles, TellWhatFailedThenThePathThenTheReason)
     const std::u16string path = folder.File("none");
     const auto missing = ErrorOf([&] { static_cast<void>(Files().OpenForReading(path)); });
     ASSERT_TRUE(missing);
-    EXPECT_EQ(missing->Description(), u"File not found: cannot open '" + path + u"': No such file or directory (error 2)");
+    EXPECT_EQ(missing->Description(),
+              u"File not found: cannot open '" + path + u"': No such file or directory (error 2)");
     const std::u16string own = folder.Path().u16string();
     const auto open = ErrorOf([&] { static_cast<void>(Files().OpenForReading(own)); });
     ASSERT_TRUE(open);
-    EXPECT_EQ(open->Description(), u"Path/File access error: cannot open '" + own + u"': Is a directory (error 21)");
+    EXPECT_EQ(open->Description(),
+              u"Path/File access error: cannot open '" + own + u"': Is a directory (error 21)");
     const auto create = ErrorOf([&] { static_cast<void>(Files().CreateInPlace(own)); });
     ASSERT_TRUE(create);
-    EXPECT_EQ(create->Description(), u"Path/File access error: cannot create '" + own + u"': Is a directory (error 21)");
+    EXPECT_EQ(create->Description(),
+              u"Path/File access error: cannot create '" + own + u"': Is a directory (error 21)");
     const auto replace = ErrorOf([&] { static_cast<void>(Files().ReplaceFile(u"/dev/null")); });
     ASSERT_TRUE(replace);
-    EXPECT_EQ(replace->Description(), u"Path/File access error: cannot replace '/dev/null': it is no ordinary file");
+    EXPECT_EQ(replace->Description(),
+              u"Path/File access error: cannot replace '/dev/null': it is no ordinary file");
 }
 
 TEST(LinuxFiles, AreRefusedWithoutTheRights)
@@ -339,7 +343,8 @@ TEST(LinuxFiles, WrittenInPlaceReportAFullDisk)
     const auto error = ErrorOf([&] { stream->Write("x"); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Number(), kErrDiskFull);
-    EXPECT_EQ(error->Description(), u"Disk full: cannot write '/dev/full': No space left on device (error 28)");
+    EXPECT_EQ(error->Description(),
+              u"Disk full: cannot write '/dev/full': No space left on device (error 28)");
 }
 
 TEST(LinuxFiles, WrittenInPlaceKeepWhatFitsOnAFullDisk)
