@@ -27,7 +27,7 @@ void BackupCommand::Execute(Console& console, EmbeddedHost& host)
     if (AreSameFile(path, host.CataloguePath()))
         throw CommandFailure("the backup would take the place of the catalogue " + QuotedPath(path) +
                              " itself. Name another file.");
-    Catalogue catalogue(host, Catalogue::Folder::MustExist);
+    Catalogue catalogue(host, Catalogue::Folder::MustExist, Catalogue::File::MustExist);
     try {
         catalogue.Store().BinaryProductExport(path);
     } catch (const AutomationError& error) {

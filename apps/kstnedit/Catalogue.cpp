@@ -46,8 +46,16 @@ std::unique_ptr<IWriteStream> Catalogue::Guard::ReplaceFile(std::u16string_view 
     return m_below.ReplaceFile(path);
 }
 
-Catalogue::Catalogue(EmbeddedHost& host, Folder folder) : m_host(host), m_guard(host.CataloguePath())
+Catalogue::Catalogue(EmbeddedHost& host, Folder folder, File file)
+    : m_host(host), m_stamp(StampOf(host.CataloguePath())), m_guard(host.CataloguePath())
 {
+    // Neither may pass for a catalogue that is not there yet.
+    if (IsFolder(host.CataloguePath()))
+        throw CommandFailure(QuotedPath(host.CataloguePath()) +
+                             " is a folder, and no catalogue. Move it away, or name another folder.");
+    if (IsDanglingLink(host.CataloguePath()))
+        throw CommandFailure("the catalogue " + QuotedPath(host.CataloguePath()) +
+                             " is a link to a file that does not exist. Mend the link, or remove it.");
     if (host.FolderIsOwn()) {
         CreateFolders(host.CatalogueFolder());
     } else if (MayExist(host.CatalogueFolder()) && !IsFolder(host.CatalogueFolder())) {
@@ -58,6 +66,9 @@ Catalogue::Catalogue(EmbeddedHost& host, Folder folder) : m_host(host), m_guard(
                              " does not exist. Check the name for a typing error; 'add', 'import' and "
                              "'restore' begin a new catalogue.");
     }
+    if (file == File::MustExist && !MayExist(host.CataloguePath()))
+        throw CommandFailure("there is no catalogue in " + QuotedPath(host.CatalogueFolder()) +
+                             " yet. 'add', 'import' and 'restore' begin one.");
     m_store = ProductLkpMgr::Create();
     m_store->CancelUpdate(true);
 }
@@ -86,6 +97,10 @@ void Catalogue::GoToProduct(std::int32_t rowID)
 
 void Catalogue::Save()
 {
+    if (StampOf(m_host.CataloguePath()) != m_stamp)
+        throw CommandFailure(
+            "another command has changed the catalogue meanwhile; nothing was saved. Run the "
+            "command again.");
     if (!MayExist(m_host.CatalogueFolder()))
         CreateFolders(m_host.CatalogueFolder());
     m_guard.Release();
@@ -94,6 +109,7 @@ void Catalogue::Save()
     if (const auto& failure = m_host.Trace().ReleaseFailure())
         throw CommandFailure("the catalogue was not saved; it is as it was before: " +
                              TextOfFailure({}, failure->number, failure->text));
+    m_host.NoteSave();
 }
 
 } // namespace KestrinProductEditor::CommandLine

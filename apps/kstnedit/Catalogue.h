@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kstnedit/EmbeddedHost.h"
+#include "kstnedit/Paths.h"
 #include "platform/Files.h"
 
 #include <KestrinProductEditor/ProductLkpMgr.h>
@@ -24,10 +25,16 @@ public:
         MustExist,
         MayBeMissing ///< Save makes it
     };
+    /// Whether a catalogue that is not there yet counts as an empty one.
+    enum class File
+    {
+        MayBeMissing,
+        MustExist
+    };
 
     /// Opens the catalogue of the host; a missing one is empty. Errors: CommandFailure, and those of
     /// ProductLkpMgr::Create.
-    Catalogue(EmbeddedHost& host, Folder folder);
+    Catalogue(EmbeddedHost& host, Folder folder, File file = File::MayBeMissing);
     Catalogue(const Catalogue&) = delete;
     Catalogue& operator=(const Catalogue&) = delete;
     /// Closes it without a change, unless Save was called.
@@ -40,8 +47,8 @@ public:
     void GoToProduct(std::int32_t rowID);
     [[nodiscard]] bool HasProduct(std::int32_t rowID);
 
-    /// Releases the store, which writes the file. Throws CommandFailure when it could not; the file on disk
-    /// is the old one then.
+    /// Releases the store, which writes the file. Throws CommandFailure when it could not, or when another
+    /// command has written the file since; the file on disk is as it was then.
     void Save();
 
 private:
@@ -66,6 +73,7 @@ private:
     };
 
     EmbeddedHost& m_host;
+    FileStamp m_stamp; // of the file when it was opened
     Guard m_guard;
     ScopedFileSystem m_scope{m_guard};
     std::shared_ptr<ProductLkpMgr> m_store;

@@ -163,6 +163,9 @@ void CheckCommand::Declare(CLI::App& app)
 void CheckCommand::Execute(Console& console, EmbeddedHost& host)
 {
     const std::u16string path = m_file.empty() ? host.CataloguePath() : PathFromNative(m_file);
+    if (m_file.empty() && MayExist(host.CatalogueFolder()) && !MayExist(path))
+        throw CommandFailure("there is no catalogue in " + QuotedPath(host.CatalogueFolder()) +
+                             " yet. 'add', 'import' and 'restore' begin one.");
     RowStore rows(ColumnsToRead());
     TableGram::Report report;
     const std::unique_ptr<IReadStream> stream = FileSystem().OpenForReading(path);

@@ -39,7 +39,8 @@ void DeleteCommand::Execute(Console& console, EmbeddedHost& host)
             missing += (missing.empty() ? "" : ", ") + std::to_string(rowID);
     }
     if (!missing.empty())
-        throw CommandFailure("no product has the row identifier " + missing +
+        throw CommandFailure("no product has the row identifier" +
+                             std::string(missing.find(',') == std::string::npos ? " " : "s ") + missing +
                              "; nothing was deleted. 'kstnedit list' shows the identifiers.");
     for (const std::int32_t rowID : rowIDs)
         catalogue.Store().Delete(rowID);

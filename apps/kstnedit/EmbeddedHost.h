@@ -36,10 +36,15 @@ public:
     [[nodiscard]] bool FolderIsOwn() const noexcept { return m_folderIsOwn; }
     [[nodiscard]] EmbeddedTrace& Trace() noexcept { return *m_trace; }
 
+    /// The catalogue was saved: what fails from now on fails after the change.
+    void NoteSave() noexcept { m_wasSaved = true; }
+    [[nodiscard]] bool WasSaved() const noexcept { return m_wasSaved; }
+
 private:
     std::u16string m_folder;
     std::u16string m_path;
     bool m_folderIsOwn;
+    bool m_wasSaved = false;
     std::shared_ptr<EmbeddedTrace> m_trace = std::make_shared<EmbeddedTrace>();
 };
 

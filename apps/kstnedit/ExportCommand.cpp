@@ -44,7 +44,7 @@ void ExportCommand::Execute(Console& console, EmbeddedHost& host)
     if (AreSameFile(path, host.CataloguePath()))
         throw CommandFailure("the export would take the place of the catalogue " + QuotedPath(path) +
                              " itself. Name another file.");
-    Catalogue catalogue(host, Catalogue::Folder::MustExist);
+    Catalogue catalogue(host, Catalogue::Folder::MustExist, Catalogue::File::MustExist);
     const std::int32_t count = catalogue.Store().Count();
     try {
         catalogue.Store().SetNotifyCallback(std::make_shared<ExportReceiver>(console));
@@ -52,7 +52,10 @@ void ExportCommand::Execute(Console& console, EmbeddedHost& host)
         catalogue.Store().ClearNotifyCallback();
     } catch (const AutomationError& error) {
         catalogue.Store().ClearNotifyCallback();
-        throw FailureOf("the export to " + QuotedPath(path) + " failed", error);
+        const bool hasBegun = error.Number() == kErrDiskFull || error.Number() == kErrDeviceIO;
+        throw FailureOf("the export to " + QuotedPath(path) + " failed" +
+                            (hasBegun ? ", and the file is not complete" : ""),
+                        error);
     }
     console.WriteLine(Counted(static_cast<std::uint64_t>(count), "product") + " exported");
 }

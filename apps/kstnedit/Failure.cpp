@@ -31,8 +31,6 @@ std::string_view AdviceFor(std::int32_t number)
     case kErrInvalidFileFormat:
         return "Look at it with 'kstnedit check'. If it is your catalogue: move it away, then bring a "
                "backup back with 'kstnedit restore FILE'.";
-    case kErrInvalidProcedureCall:
-        return "Check the setting.";
     default:
         return {};
     }

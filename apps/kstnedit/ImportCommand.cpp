@@ -68,16 +68,19 @@ ImportCommand::ImportCommand()
 void ImportCommand::Declare(CLI::App& app)
 {
     app.add_option("FILE", m_file, "The file to read")->required()->type_name("");
-    app.add_option("--map", m_map,
-                   "The columns of the fields, each by its number from 1 or its title; without it the titles "
-                   "in the first line tell them")
-        ->type_name("name=COL,part-num=COL,price=COL,note=COL");
+    m_mapOption =
+        app.add_option(
+               "--map", m_map,
+               "The columns of the fields, each by its number from 1 or its title; without it the titles "
+               "in the first line tell them")
+            ->type_name("name=COL,part-num=COL,price=COL,note=COL");
     app.add_flag("--no-titles", m_noTitles, "The first line is a product; needs --map");
     app.add_flag("--replace", m_replace, "Empty the catalogue first");
-    app.add_option(
-           "--rejects", m_rejects,
-           "Write the rejected lines to this CSV file: line number, reason, and the line as it stands")
-        ->type_name("FILE");
+    m_rejectsOption =
+        app.add_option(
+               "--rejects", m_rejects,
+               "Write the rejected lines to this CSV file: line number, reason, and the line as it stands")
+            ->type_name("FILE");
     app.add_flag("--dry-run", m_dryRun, "Count only; the catalogue stays as it is");
 }
 
@@ -132,6 +135,11 @@ void ImportCommand::Execute(Console& console, EmbeddedHost& host)
 
 void ImportCommand::PrvCheckArguments(const EmbeddedHost& host, std::u16string_view path) const
 {
+    // An empty value is most likely a script's variable that was never set.
+    if (m_mapOption->count() != 0 && m_map.empty())
+        throw UsageFailure("--map names no columns");
+    if (m_rejectsOption->count() != 0 && m_rejects.empty())
+        throw UsageFailure("--rejects names no file");
     if (m_noTitles && m_map.empty())
         throw UsageFailure("--no-titles needs --map: without titles nothing tells which column is which");
     if (IsFolder(path))
@@ -161,6 +169,9 @@ ImportMapping ImportCommand::PrvMapping(Console& console, std::u16string_view pa
         return MappingOf(*choices,
                          m_noTitles ? std::nullopt : std::optional<std::span<const std::string>>(m_titles));
     const ImportMapping mapping = GuessMapping(m_titles);
+    if (m_titles.size() == 1 && m_titles[0].find_first_of(";\t") != std::string::npos)
+        throw CommandFailure(QuotedPath(path) + " does not separate its columns by commas. It has " +
+                             TitlesText(m_titles) + ". Save it with commas, then import that.");
     if (mapping.columns[kImportName] < 0)
         throw CommandFailure("no title in the first line of " + QuotedPath(path) +
                              " tells which column holds the names. It has " + TitlesText(m_titles) +
@@ -196,8 +207,11 @@ void ImportCommand::PrvSayDoubts(Console& console, std::u16string_view path,
     SayDoubt(console, doubts.zeroedPrices,
              "the price is below zero or above " + PriceText(kPriceCeiling) + "; the product has the price " +
                  PriceText(Currency()));
-    // A first line that was not understood as titles need not be any.
-    if (mapping.origin == ImportMapping::Origin::Guessed)
+    // A first line without a title over the prices need not be a line of titles.
+    const auto priceColumn = static_cast<std::size_t>(std::max(mapping.columns[kImportPrice], 0));
+    if (mapping.origin == ImportMapping::Origin::Guessed ||
+        (mapping.columns[kImportPrice] >= 0 && priceColumn < m_titles.size() &&
+         !m_titles[priceColumn].empty()))
         SayDoubt(console, doubts.widerThanTitles,
                  "more columns than titles. A value with a comma must stand in quotes, else the rest of the "
                  "line is read as other columns: look at these products");

@@ -10,6 +10,10 @@
 #include <string_view>
 #include <vector>
 
+namespace CLI {
+class Option;
+}
+
 namespace KestrinProductEditor::CommandLine {
 
 class ImportReceiver;
@@ -42,6 +46,8 @@ private:
     bool m_noTitles = false;
     bool m_replace = false;
     std::string m_rejects;
+    const CLI::Option* m_mapOption = nullptr;
+    const CLI::Option* m_rejectsOption = nullptr;
     bool m_dryRun = false;
 
     std::vector<std::string> m_titles;

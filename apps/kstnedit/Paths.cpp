@@ -52,6 +52,23 @@ bool MayExist(std::u16string_view path)
     return status.type() != std::filesystem::file_type::not_found;
 }
 
+bool IsDanglingLink(std::u16string_view path)
+{
+    std::error_code error;
+    return std::filesystem::is_symlink(std::filesystem::symlink_status(NativePath(path), error)) &&
+           !MayExist(path);
+}
+
+FileStamp StampOf(std::u16string_view path)
+{
+    std::error_code error;
+    FileStamp stamp;
+    stamp.exists = MayExist(path);
+    stamp.time = std::filesystem::last_write_time(NativePath(path), error);
+    stamp.size = std::filesystem::file_size(NativePath(path), error);
+    return stamp;
+}
+
 bool IsRereadable(std::u16string_view path)
 {
     std::error_code error;

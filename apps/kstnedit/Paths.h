@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -18,6 +20,19 @@ namespace KestrinProductEditor::CommandLine {
 [[nodiscard]] bool MayExist(std::u16string_view path);
 /// Whether `path` names a file that can be read more than once; true also when that cannot be told.
 [[nodiscard]] bool IsRereadable(std::u16string_view path);
+
+[[nodiscard]] bool IsDanglingLink(std::u16string_view path);
+
+/// Which file stands at a path, as far as its time and size tell; two that are equal are the same content.
+struct FileStamp
+{
+    bool exists = false;
+    std::filesystem::file_time_type time;
+    std::uintmax_t size = 0;
+
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+[[nodiscard]] FileStamp StampOf(std::u16string_view path);
 
 /// Makes the folder and those above it. Throws CommandFailure.
 void CreateFolders(std::u16string_view path);

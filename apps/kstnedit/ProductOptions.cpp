@@ -3,6 +3,7 @@
 
 #include "kstnedit/Failure.h"
 #include "kstnedit/ProductRecord.h"
+#include "platform/CodePage.h"
 #include "platform/Text.h"
 #include "platform/UserLocale.h"
 #include "store/Product.h"
@@ -72,6 +73,11 @@ Variant ProductOptions::Apply(Variant packed, Console& console) const
         {m_note, "--note", kPackedNote, &Product::Note, PFS_Note},
     };
 
+    const std::shared_ptr<const CodePage> codePage = CodePage::System();
+    const auto canBeKept = [&](const std::string& narrow) {
+        std::string scratch;
+        return codePage->RoundTrip(narrow, scratch) == narrow;
+    };
     Product probe;
     VariantArray& slots = packed.ArrayForWrite();
     for (const TextField& field : fields) {
@@ -81,10 +87,18 @@ Variant ProductOptions::Apply(Variant packed, Console& console) const
         try {
             (probe.*field.set)(text);
         } catch (const AutomationError& error) {
-            throw CommandFailure(std::string(field.option) + ": " + error.what() + ": it has " +
+            std::string what = error.what();
+            if (what.ends_with('.'))
+                what.pop_back();
+            throw CommandFailure(std::string(field.option) + ": " + what + ": it has " +
                                  std::to_string(text.size()) + " characters, at most " +
-                                 std::to_string(field.limit) + " fit");
+                                 std::to_string(field.limit) + " fit. Shorten it.");
         }
+        if (field.slot != kPackedNote && !canBeKept(ToUtf8(text)))
+            throw CommandFailure(
+                std::string(field.option) +
+                ": the catalogue's 8-bit code page cannot hold every character of it. Write it "
+                "otherwise, or set KSTNEDIT_CODEPAGE to the code page that the catalogue has.");
         if (text.find(static_cast<char16_t>(kReservedCharacter)) != std::u16string::npos)
             console.Say(std::string(field.option) + ": '~' cannot be kept and was taken out");
         slots.At(field.slot) = text;

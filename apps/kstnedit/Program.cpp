@@ -59,6 +59,13 @@ private:
     EmbeddedHost& m_host;
 };
 
+// Whoever runs the command again because its output failed would change the catalogue twice.
+void SayThatItWasSaved(Console& console, const EmbeddedHost& host)
+{
+    if (host.WasSaved())
+        console.Say("the catalogue was changed, although the output could not be written");
+}
+
 } // namespace
 
 int Program::Run(std::vector<std::string> arguments)
@@ -155,8 +162,16 @@ int Program::PrvRun(Console& console, std::vector<std::string> arguments)
     const auto command =
         std::find_if(commands.begin(), commands.end(),
                      [&](const std::unique_ptr<Command>& each) { return each->Name() == chosenName; });
-    (*command)->Execute(console, host);
-    console.FlushOutput();
+    try {
+        (*command)->Execute(console, host);
+        console.FlushOutput();
+    } catch (const std::ios_base::failure&) {
+        SayThatItWasSaved(console, host);
+        throw;
+    } catch (const OutputFailure&) {
+        SayThatItWasSaved(console, host);
+        throw;
+    }
     return kSucceeded;
 }
 

@@ -33,7 +33,8 @@ void RestoreCommand::Execute(Console& console, EmbeddedHost& host)
     try {
         catalogue.Store().BinaryProductImport(path);
     } catch (const AutomationError& error) {
-        throw CommandFailure("the catalogue was not replaced: " + std::string(error.what()));
+        throw CommandFailure("the catalogue was not replaced: " + std::string(error.what()) +
+                             " Name a file that 'backup' or another installation wrote.");
     }
     const std::int32_t count = catalogue.Store().Count();
     catalogue.Save();

@@ -31,6 +31,9 @@ void PrepareStandardStreams();
 /// The form of the arguments and of what the program prints: that of the locale, whatever form files have.
 [[nodiscard]] std::shared_ptr<const CodePage> TerminalCodePage();
 
+/// The locale that the environment names for amounts of money, when the system does not have it.
+[[nodiscard]] std::optional<std::string> MissingLocale();
+
 /// The folder for the data of this user's programs; nothing when the system tells none.
 [[nodiscard]] std::optional<std::u16string> UserDataFolder();
 

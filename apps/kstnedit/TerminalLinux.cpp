@@ -71,6 +71,12 @@ struct LocaleDeleter
     void operator()(locale_t locale) const noexcept { freelocale(locale); }
 };
 
+std::string Variable(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
 } // namespace
 
 void PrepareStandardStreams()
@@ -113,16 +119,26 @@ std::shared_ptr<const CodePage> TerminalCodePage()
     return page ? page : CodePage::Named("utf-8");
 }
 
+std::optional<std::string> MissingLocale()
+{
+    for (const int category : {LC_MONETARY, LC_NUMERIC}) {
+        const std::string one = Variable(category == LC_MONETARY ? "LC_MONETARY" : "LC_NUMERIC");
+        const std::string all = Variable("LC_ALL");
+        const std::string name = !all.empty() ? all : !one.empty() ? one : Variable("LANG");
+        const std::unique_ptr<std::remove_pointer_t<locale_t>, LocaleDeleter> locale(newlocale(
+            category == LC_MONETARY ? LC_MONETARY_MASK : LC_NUMERIC_MASK, name.c_str(), locale_t{}));
+        if (!locale && !name.empty())
+            return name;
+    }
+    return std::nullopt;
+}
+
 std::optional<std::u16string> UserDataFolder()
 {
-    const auto variable = [](const char* name) {
-        const char* const value = std::getenv(name);
-        return std::string(value != nullptr ? value : "");
-    };
     // A relative folder there is to be ignored, says the convention.
-    if (const std::string folder = variable("XDG_DATA_HOME"); folder.starts_with('/'))
+    if (const std::string folder = Variable("XDG_DATA_HOME"); folder.starts_with('/'))
         return PathFromNative(folder);
-    if (const std::string home = variable("HOME"); home.starts_with('/'))
+    if (const std::string home = Variable("HOME"); home.starts_with('/'))
         return FileSystem().BuildPath(PathFromNative(home), u".local/share");
     return std::nullopt;
 }

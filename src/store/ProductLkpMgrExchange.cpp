@@ -261,9 +261,12 @@ std::string ProductLkpMgr::Impl::Import::PrvAddProduct(const CsvLineReader& read
             continue;
         if (columnCount == 0)
             return "the line is empty";
+        const std::string_view line = reader.Line();
+        const bool hasOpenQuote = std::count(line.begin(), line.end(), '"') % 2 != 0;
         return "the line has " + std::to_string(columnCount) + (columnCount == 1 ? " column" : " columns") +
                ", but " + std::string(kCsvTitles[field]) + " is to come from column " +
-               std::to_string(std::int64_t{m_map[field]} + 1);
+               std::to_string(std::int64_t{m_map[field]} + 1) +
+               (hasOpenQuote ? " (a quotation mark is not closed)" : "");
     }
     ProductTexts product;
     product.name = PrvText(reader, kCsvName, PFS_Name);

@@ -22,7 +22,7 @@ const std::vector<Refusal>& Refusals()
         {{"--name="}, "--name: a product without a name is not kept"},
         {{"--name", "   "}, "--name: a product without a name is not kept"},
         {{"--name", " ~ "}, "--name: a product without a name is not kept"},
-        {{"--name", std::string(256, 'x')}, "--name: Product name field is too long.: it has 256 characters"},
+        {{"--name", std::string(256, 'x')}, "--name: Product name field is too long: it has 256 characters"},
         {{"--name", "x", "--key", std::string(256, 'x')}, "--key: Product key is too big: it has 256"},
         {{"--name", "x", "--part-num", std::string(256, 'x')}, "at most 255 fit"},
         {{"--name", "x", "--note", std::string(4096, 'x')}, "--note: Product note is too big: it has 4096"},
@@ -218,7 +218,7 @@ TEST_F(DeleteCommandTest, DeletesNothingWhenOneIsAbsent)
     const std::string before = CatalogueBytes();
     const Outcome outcome = Run({"delete", "5", "99", "7", "98"});
     EXPECT_EQ(outcome.status, kFailed);
-    EXPECT_THAT(outcome.err, HasSubstr("no product has the row identifier 98, 99; nothing was deleted"));
+    EXPECT_THAT(outcome.err, HasSubstr("no product has the row identifiers 98, 99; nothing was deleted"));
     EXPECT_EQ(CatalogueBytes(), before);
 }
 

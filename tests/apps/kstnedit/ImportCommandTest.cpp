@@ -10,6 +10,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class ImportCommandTest : public ProgramFixture
 {
@@ -169,6 +170,44 @@ TEST_F(ImportCommandTest, WarnsOfLinesWithMoreColumnsThanTitles)
     EXPECT_EQ(outcome.status, kSucceeded);
     EXPECT_THAT(outcome.err, HasSubstr("1 line (the first is line 2): more columns than titles"));
     EXPECT_EQ(Import("Name,Price\na,1\n").err.find("more columns"), std::string::npos);
+}
+
+TEST_F(ImportCommandTest, WarnsOfThemWhenThePriceColumnWasChosenByItsTitleToo)
+{
+    m_folder.Write("in.csv", "description,charge\nA,$5.00\nB,$1,973.00\n");
+    const Outcome chosen = Run({"import", PathOf("in.csv"), "--map", "name=description,price=charge"});
+    EXPECT_THAT(chosen.err, HasSubstr("more columns than titles"));
+    m_folder.Write("preamble.csv", "Our prices\nA,5.00\n");
+    const Outcome preamble = Run({"import", PathOf("preamble.csv"), "--map", "name=1,price=2"});
+    EXPECT_THAT(preamble.err, Not(HasSubstr("more columns than titles")));
+}
+
+TEST_F(ImportCommandTest, TellsOfAQuotationMarkThatIsNotClosed)
+{
+    m_folder.Write("in.csv", "name,part,price\nTape 3\",T-3,4.00\nBolt,B-1,1.00\n");
+    const Outcome outcome = Run({"import", PathOf("in.csv")});
+    EXPECT_EQ(outcome.status, kSucceeded);
+    EXPECT_THAT(outcome.err, HasSubstr("(a quotation mark is not closed)"));
+}
+
+TEST_F(ImportCommandTest, RefusesOptionsThatAreEmpty)
+{
+    m_folder.Write("in.csv", "name\nBolt\n");
+    for (const char* const option : {"--map", "--rejects"}) {
+        const Outcome outcome = Run({"import", PathOf("in.csv"), option, ""});
+        EXPECT_EQ(outcome.status, kMisused) << option;
+        EXPECT_THAT(outcome.err, HasSubstr(std::string(option) + " names no"));
+    }
+}
+
+TEST_F(ImportCommandTest, SaysThatColumnsAreToBeSeparatedByCommas)
+{
+    for (const char* const text : {"name;price\nBolt;1\n", "name\tprice\nBolt\t1\n"}) {
+        m_folder.Write("in.csv", text);
+        const Outcome outcome = Run({"import", PathOf("in.csv")});
+        EXPECT_EQ(outcome.status, kFailed);
+        EXPECT_THAT(outcome.err, HasSubstr("does not separate its columns by commas"));
+    }
 }
 
 TEST_F(ImportCommandTest, AddsToWhatIsThereOrReplacesIt)

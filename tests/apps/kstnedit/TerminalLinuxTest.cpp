@@ -101,6 +101,25 @@ TEST(StandardOutput, TellsWhyItCannotWrite)
     EXPECT_EQ(message, "cannot write the output: Bad file descriptor");
 }
 
+TEST(MissingLocale, NamesTheOneThatTheSystemDoesNotHave)
+{
+    const ScopedVariable monetary("LC_MONETARY", std::nullopt);
+    const ScopedVariable numeric("LC_NUMERIC", std::nullopt);
+    const ScopedVariable language("LANG", std::nullopt);
+    {
+        const ScopedVariable all("LC_ALL", "en_US.UTF-8");
+        EXPECT_EQ(MissingLocale(), std::nullopt);
+    }
+    {
+        const ScopedVariable all("LC_ALL", "xx_XX.UTF-8");
+        EXPECT_EQ(MissingLocale(), "xx_XX.UTF-8");
+    }
+    const ScopedVariable all("LC_ALL", std::nullopt);
+    EXPECT_EQ(MissingLocale(), std::nullopt) << "nothing is named";
+    const ScopedVariable numbers("LC_NUMERIC", "yy_YY");
+    EXPECT_EQ(MissingLocale(), "yy_YY");
+}
+
 TEST(TerminalColumns, AreNoneForAPipe)
 {
     std::array<int, 2> ends{};
