@@ -49,6 +49,9 @@ constexpr std::size_t kStep = 8;
     }
     while (size - at >= kStep && IsAsciiStep(data + at))
         at += kStep;
+    // The last word overlaps what was looked at; bytes are told apart only where it is no ASCII.
+    if (size >= kStep && size - at < kStep && IsAsciiStep(data + size - kStep))
+        return size;
     while (at < size && ByteAt(text, at) < 0x80)
         ++at;
     return at;
