@@ -207,6 +207,10 @@ void ImportCommand::PrvSayDoubts(Console& console, std::u16string_view path,
     SayDoubt(console, doubts.zeroedPrices,
              "the price is below zero or above " + PriceText(kPriceCeiling) + "; the product has the price " +
                  PriceText(Currency()));
+    SayDoubt(console, doubts.cutTexts,
+             "a text is longer than its field; the product has the beginning of it (" +
+                 std::to_string(PFS_Name) + " characters of a name or part number, " +
+                 std::to_string(PFS_Note) + " of a note)");
     // A first line without a title over the prices need not be a line of titles.
     const auto priceColumn = static_cast<std::size_t>(std::max(mapping.columns[kImportPrice], 0));
     if (mapping.origin == ImportMapping::Origin::Guessed ||

@@ -4,9 +4,12 @@
 #include "exchange/csv/CsvLineReader.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "platform/UserLocale.h"
 #include "store/Product.h"
 #include "util/modConversion.h"
+
+#include <KestrinProductEditor/CorvoProductFields.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -90,6 +93,17 @@ ImportDoubts FindDoubts(std::u16string_view path, const ImportMapping& mapping, 
             if (price.value < Currency() || price.value > kPriceCeiling)
                 doubts.zeroedPrices.Add(reader.LineNumber());
         }
+        const auto isCut = [&](std::size_t field, std::size_t limit) {
+            const std::int32_t column = mapping.columns[field];
+            if (column < 0)
+                return false;
+            const std::string_view text =
+                reader.Columns().Column(static_cast<std::size_t>(column), columnScratch);
+            return text.size() > limit && Utf16Length(reader.Decode(text, scratch)) > limit;
+        };
+        if (isCut(kImportName, PFS_Name) || isCut(kImportPartNum, PFS_PartNum) ||
+            isCut(kImportNote, PFS_Note))
+            doubts.cutTexts.Add(reader.LineNumber());
         if (hasTitles && columns > titleCount)
             doubts.widerThanTitles.Add(reader.LineNumber());
     }

@@ -33,6 +33,8 @@ struct ImportDoubts
 
     /// Their price is below zero or above the highest: the product has the price 0.
     Lines zeroedPrices;
+    /// A text of theirs is longer than its field: the product has the beginning of it.
+    Lines cutTexts;
     /// They have more columns than the titles: perhaps a comma in a value without quotes.
     Lines widerThanTitles;
 };

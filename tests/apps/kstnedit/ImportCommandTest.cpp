@@ -182,6 +182,16 @@ TEST_F(ImportCommandTest, WarnsOfThemWhenThePriceColumnWasChosenByItsTitleToo)
     EXPECT_THAT(preamble.err, Not(HasSubstr("more columns than titles")));
 }
 
+TEST_F(ImportCommandTest, TellsWhichTextsWereCut)
+{
+    const std::string full(255, 'n');
+    m_folder.Write("in.csv",
+                   "name,note\n" + full + ",a\n" + full + "n,b\nBolt," + std::string(4096, 'x') + "\n");
+    const Outcome outcome = Run({"import", PathOf("in.csv")});
+    EXPECT_EQ(outcome.out, "3 read, 3 imported, 0 rejected\n");
+    EXPECT_THAT(outcome.err, HasSubstr("2 lines (the first is line 3): a text is longer than its field"));
+}
+
 TEST_F(ImportCommandTest, TellsOfAQuotationMarkThatIsNotClosed)
 {
     m_folder.Write("in.csv", "name,part,price\nTape 3\",T-3,4.00\nBolt,B-1,1.00\n");
