@@ -6,18 +6,41 @@
 
 namespace KestrinProductEditor {
 
+// The platform's style values that the component uses: an icon and a row of buttons. The first button is the
+// default.
+
+/// A question with Yes, No and Cancel.
+inline constexpr std::int32_t kMessageYesNoCancel = 35;
+/// A question with Yes and No.
+inline constexpr std::int32_t kMessageYesNo = 36;
 /// An exclamation icon and an OK button only.
 inline constexpr std::int32_t kMessageExclamation = 48;
+/// An information icon and an OK button only.
+inline constexpr std::int32_t kMessageInformation = 64;
 
-/// Shows a message and waits until it is answered. `style` is the platform's style value.
+/// The platform's answer values.
+enum class MessageAnswer
+{
+    Ok = 1,
+    Cancel = 2,
+    Yes = 6,
+    No = 7,
+};
+
+/// What Esc and the close button answer to a box of that style: Cancel where there is one, else No, else Ok.
+[[nodiscard]] MessageAnswer CarefulAnswer(std::int32_t style) noexcept;
+
+/// Shows a message and waits until it is answered.
 class IMessageBox
 {
 public:
     virtual ~IMessageBox() = default;
-    virtual void Show(std::u16string_view text, std::int32_t style, std::u16string_view title) = 0;
+    /// `style` is one of the platform's style values. Esc and the box's close button give CarefulAnswer.
+    virtual MessageAnswer Show(std::u16string_view text, std::int32_t style, std::u16string_view title) = 0;
 };
 
-/// The toolkit's message box or, where no toolkit is present, one that writes to standard error.
+/// Where messages go on this thread: to a ScopedMessageBox, else to the toolkit when one is in use, else to
+/// standard error, where every answer is the careful one.
 [[nodiscard]] IMessageBox& MessageBoxes();
 
 /// Puts another message box in its place on this thread, until the end of the scope.
