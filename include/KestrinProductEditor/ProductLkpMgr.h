@@ -22,6 +22,8 @@ inline constexpr int EOF = -1;
 
 namespace KestrinProductEditor {
 
+class ProductRows;
+
 /// The catalogue store: one table of products, loaded whole from the catalogue file when the store is created
 /// and written back whole when it is released.
 ///
@@ -168,6 +170,8 @@ public:
     void MovePrevious();
 
 private:
+    friend class ProductRows;
+
     ProductLkpMgr();
 
     class [[gnu::visibility("hidden")]] Impl;

@@ -73,6 +73,8 @@ public:
     void BinaryProductImport(std::u16string_view sPath);
 
 private:
+    friend class ProductRows;
+
     /// The text columns, in their order (RowStore::Texts).
     enum TextOrdinal : std::size_t
     {

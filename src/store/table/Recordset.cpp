@@ -40,6 +40,20 @@ const RowOrder& Recordset::Order()
     return m_order;
 }
 
+void Recordset::BeforeNextChange(std::function<void()> notice)
+{
+    // Rows without a place get theirs now: a look at the order is no change then.
+    static_cast<void>(PrvSettledOrder());
+    m_notices.push_back(std::move(notice));
+}
+
+void Recordset::PrvGiveNotice() noexcept
+{
+    const std::vector<std::function<void()>> notices = std::exchange(m_notices, {});
+    for (const std::function<void()>& notice : notices)
+        notice();
+}
+
 void Recordset::Adopt(RowStore&& rows)
 {
     std::vector<RowNumber> all(rows.RowCount());
@@ -54,6 +68,7 @@ void Recordset::Adopt(RowStore&& rows)
 
 void Recordset::Clear() noexcept
 {
+    PrvBeforeChange();
     m_order.Clear();
     m_unplaced.clear();
     m_rows.Clear();
@@ -71,6 +86,7 @@ void Recordset::SortBy(std::size_t column)
     assert(IsText(Columns()[column].type));
     PrvSetCursor({});
     PrvPlaceRows();
+    PrvBeforeChange();
     if (m_sortColumn != column) {
         std::vector<RowNumber> rows;
         rows.reserve(Count());
@@ -170,6 +186,16 @@ RowNumber Recordset::CurrentRow() const
 
 RowNumber Recordset::Find(std::size_t column, std::int32_t value)
 {
+    if (!PrvHasIndexOf(column)) {
+        // Whoever opens a list asks for the row at its top, and should not wait for an index of all rows.
+        constexpr std::size_t kLookedAt = 64;
+        PrvPlaceRows();
+        RowNumber row = m_order.First();
+        for (std::size_t place = 0; row != kNoRow && place < kLookedAt; ++place, row = m_order.Next(row)) {
+            if (m_rows.Long(row, column) == value)
+                return row;
+        }
+    }
     const LongIndex::Found found = PrvIndexOf(column).Find(value);
     if (found.answer == LongIndex::Answer::Several)
         return PrvFirstOfSeveral(column, value);
@@ -217,6 +243,14 @@ std::vector<RowNumber> Recordset::FindPrefix(std::size_t column, std::string_vie
         rows.insert(behind, m_movedRow);
     }
     return rows;
+}
+
+RowNumber Recordset::FindFirstWithPrefix(std::size_t column, std::string_view prefix)
+{
+    assert(m_sortColumn == column);
+    const RowNumber row = PrvSettledOrder().FirstBehind(
+        [&](RowNumber other) { return TextOrder::Compare(Text(other, column), prefix) >= 0; });
+    return row != kNoRow && TextOrder::StartsWith(Text(row, column), prefix) ? row : kNoRow;
 }
 
 Variant Recordset::Get(std::int32_t column) const
@@ -291,6 +325,7 @@ RowNumber Recordset::AddNew(std::span<RowStore::Value> values)
     ReserveOneMore(m_unplaced);
     for (Index& index : m_indexes)
         index.rows.Reserve(Count() + 1);
+    PrvBeforeChange();
     PrvSetCursor({}); // the row that it leaves takes its place before the new one is there
     const RowNumber row = m_rows.Append(values);
     ++m_orderStamp;
@@ -310,6 +345,7 @@ void Recordset::Delete()
 void Recordset::DeleteRow(RowNumber row)
 {
     PrvPlaceRows();
+    PrvBeforeChange();
     if (m_movedRow == row)
         m_movedRow = kNoRow;
     PrvLeaveOrder(row, Stand::Deleted);
@@ -331,6 +367,7 @@ void Recordset::SetLong(RowNumber row, std::size_t column, std::int32_t value)
     const std::int32_t old = m_rows.Long(row, column);
     if (old == value)
         return;
+    PrvBeforeChange();
     for (Index& index : m_indexes) {
         if (index.column != column)
             continue;
@@ -359,6 +396,7 @@ void Recordset::SetBoolean(RowNumber row, std::size_t column, bool value)
 void Recordset::SetTexts(RowNumber row, std::span<std::string_view> texts)
 {
     assert(row == m_cursor.row);
+    PrvBeforeChange();
     for (std::size_t i = 0; i < Columns().size(); ++i) {
         if (Columns()[i].type != ColumnType::NarrowText)
             continue;
@@ -523,6 +561,12 @@ bool Recordset::PrvStandsBefore(RowNumber left, RowNumber right) const noexcept
 {
     const int order = TextOrder::Compare(PrvOrderText(left), PrvOrderText(right));
     return order < 0 || (order == 0 && left < right);
+}
+
+bool Recordset::PrvHasIndexOf(std::size_t column) const noexcept
+{
+    return std::any_of(m_indexes.begin(), m_indexes.end(),
+                       [column](const Index& index) { return index.column == column; });
 }
 
 LongIndex& Recordset::PrvIndexOf(std::size_t column)

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -57,6 +58,10 @@ public:
     /// Another number whenever anything in the table was changed.
     [[nodiscard]] std::uint64_t ChangeStamp() const noexcept { return m_changeStamp; }
 
+    /// Calls `notice` once, right before the next change of the rows or of their order. It may read the rows
+    /// and Order(), and must not change or throw anything.
+    void BeforeNextChange(std::function<void()> notice);
+
     /// Takes the rows of `rows` (of the same columns) in place of its own, in order of arrival and unsorted.
     /// The first becomes current; running walks end. Throws std::bad_alloc; the table is unchanged then.
     void Adopt(RowStore&& rows);
@@ -93,6 +98,8 @@ public:
     bool MoveToFound(std::size_t column, std::int32_t value);
     /// The rows, in order, whose text begins with `prefix`, letter case aside. The cursor stays.
     [[nodiscard]] std::vector<RowNumber> FindPrefix(std::size_t column, std::string_view prefix);
+    /// The first of them, or kNoRow. Requires: sorted by `column`.
+    [[nodiscard]] RowNumber FindFirstWithPrefix(std::size_t column, std::string_view prefix);
 
     // Reading and writing
 
@@ -175,11 +182,19 @@ private:
     [[nodiscard]] RowNumber PrvNext(const Place& place);
     [[nodiscard]] RowNumber PrvPrevious(const Place& place);
     [[nodiscard]] std::string_view PrvOrderText(RowNumber row) const noexcept;
+    [[nodiscard]] bool PrvHasIndexOf(std::size_t column) const noexcept;
     [[nodiscard]] LongIndex& PrvIndexOf(std::size_t column);
     [[nodiscard]] RowNumber PrvFirstOfSeveral(std::size_t column, std::int32_t value);
     void PrvKeepOrderText(RowNumber row);
     [[nodiscard]] bool PrvStandsBefore(RowNumber left, RowNumber right) const noexcept;
     void PrvChanged() noexcept { ++m_changeStamp; }
+    /// Called before a change, when every row has its place.
+    void PrvBeforeChange() noexcept
+    {
+        if (!m_notices.empty())
+            PrvGiveNotice();
+    }
+    void PrvGiveNotice() noexcept;
 
     RowStore m_rows;
     RowOrder m_order{m_rows};
@@ -206,6 +221,7 @@ private:
     std::uint64_t m_orderStamp = 1;
 
     std::uint64_t m_changeStamp = 1;
+    std::vector<std::function<void()>> m_notices;
     std::vector<std::string> m_scratch; // one for each column
 };
 
