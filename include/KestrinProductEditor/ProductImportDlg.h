@@ -8,6 +8,8 @@
 
 namespace KestrinProductEditor {
 
+class frmProductImport;
+
 /// Shows the import dialog over a store of the host's.
 class [[gnu::visibility("default")]] ProductImportDlg final : public AutomationObject
 {
@@ -19,14 +21,24 @@ public:
     /// Keeps the store for the next Show.
     void Init(const std::shared_ptr<ProductLkpMgr>& objProductLkpMgr);
 
-    /// Lets go of the store, shows the dialog over it and returns when it is closed: each Show needs an Init
-    /// of its own. Error 445 in a component that was built without windows.
+    /// Shows the dialog over the kept store, in front of the component's other windows, and returns when it
+    /// is closed. It lets go of the store first, so each Show needs an Init of its own; without one the
+    /// dialog opens and refuses to import. A failure inside an import is told by the dialog, never raised
+    /// here.
+    ///
+    /// While the dialog imports it is the store's one progress receiver (ProductLkpMgr::SetNotifyCallback);
+    /// the store has none afterwards.
+    ///
+    /// Error 445, with the reason in its description, where no window can be shown: the library of windows
+    /// (Qt's, on Linux) is not installed, there is no display, or the thread is not the one that windows
+    /// belong to.
     void Show();
 
 private:
     ProductImportDlg() = default;
 
     std::shared_ptr<ProductLkpMgr> m_objProductLkpMgr;
+    std::shared_ptr<frmProductImport> m_frmImport;
 };
 
 } // namespace KestrinProductEditor

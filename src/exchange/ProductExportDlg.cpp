@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <KestrinProductEditor/ProductExportDlg.h>
 
+#include "exchange/frmProductExport.h"
+#include "frame/ShownForm.h"
 #include "frame/Traced.h"
 #include "frame/modInit.h"
-#include "platform/ui/Windows.h"
+
+#include <utility>
 
 namespace KestrinProductEditor {
 
@@ -24,8 +27,11 @@ void ProductExportDlg::Show()
 {
     const auto self = shared_from_this();
     Traced(ErrorContext::ProductExportDlg_Show, [this] {
-        m_objProductLkpMgr.reset();
-        RequireWindows();
+        std::shared_ptr<ProductLkpMgr> store = std::exchange(m_objProductLkpMgr, nullptr);
+        const ShownForm shown(m_frmExport);
+        m_frmExport->Load();
+        m_frmExport->Init(std::move(store));
+        m_frmExport->ShowModal();
     });
 }
 

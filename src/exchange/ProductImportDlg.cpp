@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <KestrinProductEditor/ProductImportDlg.h>
 
+#include "exchange/frmProductImport.h"
+#include "frame/ShownForm.h"
 #include "frame/Traced.h"
 #include "frame/modInit.h"
-#include "platform/ui/Windows.h"
+
+#include <utility>
 
 namespace KestrinProductEditor {
 
@@ -24,8 +27,11 @@ void ProductImportDlg::Show()
 {
     const auto self = shared_from_this();
     Traced(ErrorContext::ProductImportDlg_Show, [this] {
-        m_objProductLkpMgr.reset();
-        RequireWindows();
+        std::shared_ptr<ProductLkpMgr> store = std::exchange(m_objProductLkpMgr, nullptr);
+        const ShownForm shown(m_frmImport);
+        m_frmImport->Load();
+        m_frmImport->Init(std::move(store));
+        m_frmImport->ShowModal();
     });
 }
 

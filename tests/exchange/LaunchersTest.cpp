@@ -3,11 +3,10 @@
 #include <KestrinProductEditor/ProductExportDlg.h>
 #include <KestrinProductEditor/ProductImportDlg.h>
 
-#include "platform/Text.h"
+#include "support/CapturingToolkit.h"
 #include "support/ErrorOf.h"
 #include "support/StoreFixture.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -17,10 +16,10 @@ namespace KestrinProductEditor {
 
 namespace {
 
-using testing::HasSubstr;
-
 class LaunchersTest : public StoreFixture
 {
+protected:
+    NoWindows m_noWindows;
 };
 
 template<class Action>
@@ -29,7 +28,6 @@ void ExpectNoWindows(Action&& show)
     const auto error = ErrorOf(std::forward<Action>(show));
     ASSERT_TRUE(error);
     EXPECT_EQ(error->Number(), 445);
-    EXPECT_THAT(ToUtf8(error->Description()), HasSubstr("without windows"));
 }
 
 template<class Launcher>
@@ -48,7 +46,7 @@ void ExpectToLetGoOfTheStore()
 
 } // namespace
 
-TEST_F(LaunchersTest, SayThatThereAreNoWindows)
+TEST_F(LaunchersTest, PassOnThatThereAreNoWindows)
 {
     ExpectNoWindows([] { ProductEditorDlg::Create()->Show(Variant()); });
     ExpectNoWindows([] { ProductEditorDlg::Create()->Show(Variant::ArrayOf({1})); });

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "exchange/CsvFileDialog.h"
+
+#include "platform/Shell.h"
+#include "util/modShell.h"
+
+namespace KestrinProductEditor {
+
+std::optional<std::u16string> ChooseCsvFile(FileDialog::Kind kind, std::u16string_view title,
+                                            std::u16string_view current)
+{
+    FileDialog dialog;
+    dialog.kind = kind;
+    dialog.title = title;
+    dialog.filter = u"Comma Separated Value (*.csv)|*.csv|All Files (*.*)|*.*";
+    dialog.defaultExtension = u".csv";
+    dialog.start =
+        current.empty() ? modShell::GetSpecialFolderPath(0, kCsidlPersonal) : std::u16string(current);
+    return Toolkit().ChooseFile(dialog);
+}
+
+} // namespace KestrinProductEditor
