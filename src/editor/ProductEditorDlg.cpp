@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <KestrinProductEditor/ProductEditorDlg.h>
 
+#include "editor/frmProductEditor.h"
+#include "frame/ShownForm.h"
 #include "frame/Traced.h"
 #include "frame/modInit.h"
-#include "platform/ui/Windows.h"
 
 namespace KestrinProductEditor {
 
@@ -15,10 +16,15 @@ std::shared_ptr<ProductEditorDlg> ProductEditorDlg::Create()
 
 ProductEditorDlg::~ProductEditorDlg() = default;
 
-void ProductEditorDlg::Show(const Variant& /*vParams*/)
+void ProductEditorDlg::Show(const Variant& vParams)
 {
     const auto self = shared_from_this();
-    Traced(ErrorContext::ProductEditorDlg_Show, [] { RequireWindows(); });
+    Traced(ErrorContext::ProductEditorDlg_Show, [&] {
+        const ShownForm shown(m_frmEditor);
+        m_frmEditor->Load();
+        m_frmEditor->Init(vParams);
+        m_frmEditor->ShowModal();
+    });
 }
 
 } // namespace KestrinProductEditor

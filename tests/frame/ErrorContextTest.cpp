@@ -5,10 +5,7 @@
 #include "store/Product.h"
 #include "support/ErrorOf.h"
 #include "support/StoreFixture.h"
-
-#include <KestrinProductEditor/ProductEditorDlg.h>
-#include <KestrinProductEditor/ProductExportDlg.h>
-#include <KestrinProductEditor/ProductImportDlg.h>
+#include "support/WindowContexts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -100,6 +97,7 @@ void OpenAgain(Scene& scene)
     scene.another = ProductLkpMgr::Create();
 }
 
+/// Every member that needs no window.
 [[nodiscard]] std::vector<MemberCase> Members()
 {
     using C = ErrorContext;
@@ -181,20 +179,15 @@ void OpenAgain(Scene& scene)
     within(C::ProductLkpMgr_BinaryProductImport, "BinaryProductImport", import, BinaryImportCalls());
     within(C::ProductLkpMgr_BinaryImportResetRstState, "BinaryImportResetRstState", import,
            BinaryImportCalls());
+    return members;
+}
 
-    const auto launcher = [&](C context, const std::string& text, std::function<void(Scene&)> act) {
-        members.push_back({context,
-                           InEditor(text),
-                           std::move(act),
-                           {"enter " + InEditor(text), "error 445", "number 445"}});
-    };
-    launcher(C::ProductEditorDlg_Show, "ProductEditorDlg::Show",
-             [](Scene&) { ProductEditorDlg::Create()->Show(Variant()); });
-    launcher(C::ProductImportDlg_Show, "ProductImportDlg::Show",
-             [](Scene&) { ProductImportDlg::Create()->Show(); });
-    // A slip of old that hosts know: the export launcher goes by the import launcher's name.
-    launcher(C::ProductExportDlg_Show, "ProductImportDlg::Show",
-             [](Scene&) { ProductExportDlg::Create()->Show(); });
+/// Every member that runs in a window; the tests of the forms make them run.
+[[nodiscard]] std::vector<WindowContext> WindowMembers()
+{
+    std::vector<WindowContext> members(kEditorContexts.begin(), kEditorContexts.end());
+    members.insert(members.end(), kExchangeContexts.begin(), kExchangeContexts.end());
+    members.insert(members.end(), kViewContexts.begin(), kViewContexts.end());
     return members;
 }
 
@@ -243,6 +236,8 @@ TEST(ErrorContext, EveryOneHasAMemberInTheTableOfTests)
     std::set<ErrorContext> tested;
     for (const MemberCase& member : Members())
         tested.insert(member.context);
+    for (const WindowContext& member : WindowMembers())
+        EXPECT_TRUE(tested.insert(member.context).second) << member.text;
     for (std::size_t i = 0; i < static_cast<std::size_t>(ErrorContext::Count); ++i)
         EXPECT_TRUE(tested.contains(static_cast<ErrorContext>(i))) << ToUtf8(kErrorContextTexts[i]);
 }
@@ -250,6 +245,8 @@ TEST(ErrorContext, EveryOneHasAMemberInTheTableOfTests)
 TEST(ErrorContext, EveryOneHasTheTextThatHostsKnow)
 {
     for (const MemberCase& member : Members())
+        EXPECT_EQ(ToUtf8(TextOf(member.context)), member.text);
+    for (const WindowContext& member : WindowMembers())
         EXPECT_EQ(ToUtf8(TextOf(member.context)), member.text);
 }
 

@@ -39,9 +39,10 @@ struct Message
 class ScriptedMessageBox final : public IMessageBox
 {
 public:
-    void Show(std::u16string_view text, std::int32_t style, std::u16string_view title) override
+    MessageAnswer Show(std::u16string_view text, std::int32_t style, std::u16string_view title) override
     {
         messages.push_back({std::u16string(text), style, std::u16string(title)});
+        return MessageAnswer::Ok;
     }
     std::vector<Message> messages;
 };
