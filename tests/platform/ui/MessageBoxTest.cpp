@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ui/MessageBox.h"
 
+#include "platform/ui/Toolkit.h"
+
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 
 namespace KestrinProductEditor {
@@ -13,7 +18,11 @@ namespace {
 class RecordingMessageBox final : public IMessageBox
 {
 public:
-    void Show(std::u16string_view text, std::int32_t, std::u16string_view) override { m_text = text; }
+    MessageAnswer Show(std::u16string_view text, std::int32_t, std::u16string_view) override
+    {
+        m_text = text;
+        return MessageAnswer::Yes;
+    }
     [[nodiscard]] const std::u16string& Text() const { return m_text; }
 
 private:
@@ -26,6 +35,20 @@ private:
     MessageBoxes().Show(text, kMessageExclamation, title);
     return testing::internal::GetCapturedStderr();
 }
+
+/// A toolkit with message boxes and nothing else.
+class MessagesOnly final : public IToolkit
+{
+public:
+    explicit MessagesOnly(IMessageBox& messages) : m_messages(messages) {}
+    std::unique_ptr<IForm> CreateForm(std::u16string_view) override { return nullptr; }
+    std::unique_ptr<IUserControl> CreateUserControl(std::u16string_view) override { return nullptr; }
+    IMessageBox& Messages() override { return m_messages; }
+    std::optional<std::u16string> ChooseFile(const FileDialog&) override { return std::nullopt; }
+
+private:
+    IMessageBox& m_messages;
+};
 
 } // namespace
 
@@ -55,6 +78,34 @@ TEST(MessageBox, IsReplacedInAScopeAndOnItsThreadOnly)
     EXPECT_EQ(Shown(u"fourth", u"Salvo"), "Salvo: fourth\n");
     EXPECT_EQ(inner.Text(), u"first");
     EXPECT_EQ(outer.Text(), u"second");
+}
+
+TEST(MessageBox, GivesTheCarefulAnswerOnStandardError)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(MessageBoxes().Show(u"a", kMessageYesNoCancel, u""), MessageAnswer::Cancel);
+    EXPECT_EQ(MessageBoxes().Show(u"b", kMessageYesNo, u""), MessageAnswer::No);
+    EXPECT_EQ(MessageBoxes().Show(u"c", kMessageExclamation, u""), MessageAnswer::Ok);
+    EXPECT_EQ(MessageBoxes().Show(u"d", kMessageInformation, u""), MessageAnswer::Ok);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a\nb\nc\nd\n");
+}
+
+TEST(MessageBox, IsThatOfTheToolkitInUse)
+{
+    RecordingMessageBox ofToolkit;
+    RecordingMessageBox ofScope;
+    MessagesOnly toolkit(ofToolkit);
+    const ScopedToolkit toolkitScope(toolkit);
+    EXPECT_EQ(&Toolkit(), &toolkit);
+    EXPECT_EQ(MessageBoxes().Show(u"first", kMessageYesNo, u"Salvo"), MessageAnswer::Yes);
+    EXPECT_EQ(ofToolkit.Text(), u"first");
+    {
+        const ScopedMessageBox scope(ofScope);
+        MessageBoxes().Show(u"second", kMessageYesNo, u"Salvo");
+    }
+    EXPECT_EQ(ofScope.Text(), u"second");
+    EXPECT_EQ(ofToolkit.Text(), u"first");
+    std::thread([] { EXPECT_EQ(Shown(u"third", u"Salvo"), "Salvo: third\n"); }).join();
 }
 
 } // namespace KestrinProductEditor
