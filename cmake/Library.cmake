@@ -11,6 +11,7 @@ set_target_properties(kstnedit PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
     LINKER_LANGUAGE CXX
+    INSTALL_RPATH "$ORIGIN"
     LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/kstnedit.map)
 target_compile_features(kstnedit INTERFACE cxx_std_20)
 target_include_directories(kstnedit INTERFACE
