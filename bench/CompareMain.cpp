@@ -2,19 +2,14 @@
 #include "BenchHost.h"
 #include "CompareSteps.h"
 #include "CompareTable.h"
+#include "OwnProcess.h"
 
 #include <charconv>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
 #include <iostream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 using namespace KestrinProductEditor::Bench;
@@ -63,74 +58,11 @@ Options OptionsFrom(const std::vector<std::string_view>& words)
     return options;
 }
 
-/// A folder of this run, gone with all its files at the end.
-class RunFolder
-{
-public:
-    explicit RunFolder(const std::filesystem::path& parent)
-        : m_path(std::filesystem::absolute(parent) / ("kstnedit-compare-" + std::to_string(getpid())))
-    {
-        std::filesystem::create_directories(m_path);
-    }
-    RunFolder(const RunFolder&) = delete;
-    RunFolder& operator=(const RunFolder&) = delete;
-    ~RunFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-
-    [[nodiscard]] const std::filesystem::path& Path() const noexcept { return m_path; }
-
-private:
-    std::filesystem::path m_path;
-};
-
-/// Brings what earlier steps wrote to the disk: a later sync would wait for it too.
-void Settle(const std::filesystem::path& folder)
-{
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    syncfs(descriptor);
-    close(descriptor);
-}
-
-/// Runs one step in a process of its own and reads its answers: one "name value" a line.
 Measurements RunInOwnProcess(std::string_view step, const StepContext& context)
 {
-    Settle(context.folder);
-    int ends[2] = {-1, -1};
-    if (pipe(ends) != 0)
-        throw std::runtime_error("cannot make a pipe");
-    const pid_t child = fork();
-    if (child < 0)
-        throw std::runtime_error("cannot start a process");
-    if (child == 0) {
-        dup2(ends[1], STDOUT_FILENO);
-        close(ends[0]);
-        close(ends[1]);
-        const std::string stepName(step);
-        const std::string count = std::to_string(context.count);
-        execl("/proc/self/exe", "compare", kStepOption.data(), stepName.c_str(), context.folder.c_str(),
-              count.c_str(), static_cast<char*>(nullptr));
-        _exit(127);
-    }
-    close(ends[1]);
-    std::string output;
-    char buffer[4096];
-    for (ssize_t got = 0; (got = read(ends[0], buffer, sizeof buffer)) > 0;)
-        output.append(buffer, static_cast<std::size_t>(got));
-    close(ends[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        throw std::runtime_error("the step " + std::string(step) + " failed");
-
-    Measurements results;
-    std::istringstream lines(output);
-    std::string name;
-    for (double value = 0; lines >> name >> value;)
-        results[name] = value;
-    return results;
+    return KestrinProductEditor::Bench::RunInOwnProcess(
+        {std::string(kStepOption), std::string(step), context.folder.string(), std::to_string(context.count)},
+        context.folder);
 }
 
 int RunAsStep(const std::vector<std::string_view>& words)
@@ -173,7 +105,7 @@ try {
         return 0;
     }
     const Options options = OptionsFrom(words);
-    const RunFolder folder(options.parentFolder);
+    const RunFolder folder(options.parentFolder, "compare");
     CompareTable table;
     for (const std::uint32_t count : options.counts)
         CompareAt(count, options, folder.Path(), table);

@@ -5,6 +5,7 @@
 #include "kstnedit/BackupCommand.h"
 #include "kstnedit/CheckCommand.h"
 #include "kstnedit/DeleteCommand.h"
+#include "kstnedit/EditCommand.h"
 #include "kstnedit/ExportCommand.h"
 #include "kstnedit/FindCommand.h"
 #include "kstnedit/ImportCommand.h"
@@ -18,6 +19,7 @@ namespace KestrinProductEditor::CommandLine {
 std::vector<std::unique_ptr<Command>> MakeCommands()
 {
     std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(std::make_unique<EditCommand>());
     commands.push_back(std::make_unique<ListCommand>());
     commands.push_back(std::make_unique<FindCommand>());
     commands.push_back(std::make_unique<ShowCommand>());

@@ -31,6 +31,8 @@ std::string_view AdviceFor(std::int32_t number)
     case kErrInvalidFileFormat:
         return "Look at it with 'kstnedit check'. If it is your catalogue: move it away, then bring a "
                "backup back with 'kstnedit restore FILE'.";
+    case kErrActionNotSupported:
+        return "The other commands of kstnedit need no window.";
     default:
         return {};
     }

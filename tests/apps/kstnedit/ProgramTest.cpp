@@ -23,7 +23,7 @@ TEST_F(ProgramTest, HasTheCommandsInTheirOrder)
     std::vector<std::string> names;
     for (const std::unique_ptr<Command>& command : MakeCommands())
         names.emplace_back(command->Name());
-    EXPECT_THAT(names, testing::ElementsAre("list", "find", "show", "add", "set", "delete", "import",
+    EXPECT_THAT(names, testing::ElementsAre("edit", "list", "find", "show", "add", "set", "delete", "import",
                                             "export", "backup", "restore", "check"));
 }
 
@@ -90,6 +90,8 @@ TEST_F(ProgramTest, EndsWithTwoWhereItIsMisusedAndTouchesNothing)
         {{"import", "x.csv", "--map", "name=1,name=2"}, "'name' is given twice"},
         {{"import", "x.csv", "--map", "1,2"}, "'1' is no mapping"},
         {{"export"}, "FILE is required"},
+        {{"edit", "--import", ""}, "--import names no file"},
+        {{"edit", "price-list.csv"}, "price-list.csv"},
         {{"backup"}, "FILE is required"},
         {{"restore"}, "FILE is required"},
         {{"restore", "a", "b"}, "b"},
