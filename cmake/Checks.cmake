@@ -8,4 +8,8 @@ if(NOT KSTNEDIT_SANITIZE)
     add_test(NAME man-page
         COMMAND ${PROJECT_SOURCE_DIR}/tools/check-man-page $<TARGET_FILE:kstnedit-program>)
     set_tests_properties(installed-package PROPERTIES TIMEOUT 600)
+    if(KSTNEDIT_QT)
+        add_test(NAME typical-road COMMAND ${PROJECT_SOURCE_DIR}/tools/check-road ${PROJECT_BINARY_DIR})
+        set_tests_properties(typical-road PROPERTIES TIMEOUT 600 RUN_SERIAL ON)
+    endif()
 endif()
