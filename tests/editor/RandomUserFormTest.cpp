@@ -12,6 +12,7 @@
 #include <iostream>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <random>
 #include <string>
 #include <utility>
@@ -35,6 +36,12 @@ struct ModelProduct
 
     bool operator==(const ModelProduct&) const = default;
 };
+
+void PrintTo(const ModelProduct& product, std::ostream* out)
+{
+    *out << '"' << product.name << "\" (" << product.partNum << ", " << product.units << ", " << product.note
+         << ')';
+}
 
 /// What the catalogue holds, by row identifier, and what waits in the boxes. It knows nothing of cursors,
 /// lists and events.

@@ -111,7 +111,7 @@ TEST_F(ProductExport, ShowsItsProgressInPercent)
 TEST_F(ProductExport, SaysAFailureInPlaceAndStaysOpen)
 {
     Export([&] {
-        BrowseTo(m_folder.File("no/such/folder.csv"));
+        m_user->Type(m_folder.File("no/such/folder.csv"));
         PressExport();
         EXPECT_THAT(m_user->OpenForms(), ElementsAre(u"frmProductExport"));
         EXPECT_THAT(ToUtf8(m_user->TextOf(u"lblStatus")), HasSubstr("could not be exported"));

@@ -45,6 +45,7 @@ void QtFocus::Set(IControl& control)
 
 void QtFocus::Begin()
 {
+    m_hasEnded = false;
     if (m_current != nullptr)
         return;
     Member* const first = PrvFirst();
@@ -137,6 +138,8 @@ void QtFocus::PrvMove(Member& member)
 
 void QtFocus::PrvSync()
 {
+    if (m_hasEnded)
+        return;
     QWidget* const now = m_window.window()->focusWidget();
     // Qt tells of an active window twice, the first time before its own events: the second one counts.
     if (m_window.isActiveWindow() && QApplication::focusWidget() != now)

@@ -35,6 +35,8 @@ public:
     /// The window is shown, or about to be: the first control (without one, the first that Tab would find)
     /// hears GotFocus, unless another one has the focus already.
     void Begin();
+    /// The window is about to close: what Qt does to the focus then is no event.
+    void End() { m_hasEnded = true; }
     /// A form in front of this one has closed: the current control hears GotFocus.
     void Return();
     /// The window takes the user's acts again: Qt's focus goes back to where it was, without events.
@@ -70,6 +72,7 @@ private:
     IControl* m_current = nullptr;
     IControl* m_heldBack = nullptr;
     int m_holds = 0;
+    bool m_hasEnded = false;
 };
 
 } // namespace KestrinProductEditor

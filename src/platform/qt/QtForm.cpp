@@ -221,6 +221,7 @@ void QtForm::ShowModal()
     m_controls->Focus().Release();
     if (!m_isEnded)
         loop.exec();
+    m_controls->Focus().End();
     m_window->hide();
     std::erase(ShownForms(), this);
     m_loop = nullptr;
@@ -232,6 +233,7 @@ void QtForm::ShowModal()
 void QtForm::EndModal()
 {
     m_isEnded = true;
+    m_controls->Focus().End();
     m_window->hide();
     if (m_loop != nullptr)
         m_loop->quit();
