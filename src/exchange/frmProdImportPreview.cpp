@@ -56,7 +56,7 @@ void frmProdImportPreview::DialogInit(const CsvSample& sample, const ProductMapp
     m_flexGrid.SetFixedRows(1);
     m_flexGrid.SetSelectionMode(SelectionMode::WholeRow);
     m_flexGrid.SetColType(kImportUnitPrice, CellType::Currency);
-    m_flexGrid.SetColFormat(kImportUnitPrice, CurrencyFormat(u"$###,##0.00"));
+    m_flexGrid.SetColFormat(kImportUnitPrice, CurrencyFormat(u"$###,##0.00", AmountCells::Typed));
     for (std::int32_t field = 0; field < static_cast<std::int32_t>(kImportFields); ++field)
         m_flexGrid.SetCellText(0, field, kTitles[static_cast<std::size_t>(field)]);
     for (std::size_t line = 0; line < sample.lines.size(); ++line) {

@@ -83,7 +83,10 @@ void frmProductExport::Progress(const Variant& vParams)
 
 void frmProductExport::PrvSayFailure(const std::u16string& description)
 {
-    m_lblStatus.SetCaption(u"The products could not be exported. " + description);
+    std::u16string text = u"The products could not be exported.";
+    if (!description.empty())
+        text += u' ' + description;
+    m_lblStatus.SetCaption(text);
     m_txtExportFilePath.SetFocus();
 }
 

@@ -17,6 +17,8 @@ namespace KestrinProductEditor {
 namespace {
 
 constexpr std::u16string_view kTitle = u"Salvo";
+constexpr std::u16string_view kCannotSample =
+    u"The import file format is either invalid or there has been an error while trying to read the file.";
 
 enum Column : std::int32_t
 {
@@ -61,7 +63,7 @@ void frmProductImport::PrvConnect()
     m_chkFirstRowIsHeader.Click.Connect([this] { m_bFirstRowIsHeader = m_chkFirstRowIsHeader.Value() == 1; });
     m_chkAppend.Click.Connect([this] { m_bAppend = m_chkAppend.Value() == 1; });
     m_txtImportFilePath.GotFocus.Connect([this] { txtImportFilePath_GotFocus(); });
-    m_txtImportFilePath.LostFocus.Connect([this] { PrvTakeTypedPath(); });
+    m_txtImportFilePath.LostFocus.Connect([this] { static_cast<void>(PrvTakeTypedPath()); });
 }
 
 void frmProductImport::Load()
@@ -122,26 +124,27 @@ void frmProductImport::PrvTakeFile(std::u16string_view path)
         PrvFillMapping(PrvReadSample());
     } catch (...) {
         SkipFailure([&] { PrvFillMapping({}); });
-        Exclaim(
-            u"The import file format is either invalid or there has been an error while trying to read the "
-            u"file.");
+        Exclaim(kCannotSample);
     }
 }
 
-/// A path that was typed gets its mapping when the box is left. What is wrong with it is said when it is
-/// used: a message would stand between the user and the button Cancel.
-void frmProductImport::PrvTakeTypedPath()
+/// A path that was typed gets its mapping when the box is left, or at the latest when the mapping is used:
+/// only there is it said what is wrong, as a message on the way would stand between the user and the button
+/// Cancel. False when the path cannot be sampled.
+bool frmProductImport::PrvTakeTypedPath()
 {
     const std::u16string path = m_txtImportFilePath.Text();
     if (path == m_sSampledPath)
-        return;
-    m_sSampledPath = path;
-    CsvSample sample;
-    SkipFailure([&] {
-        if (!path.empty())
-            sample = PrvReadSample();
-    });
-    SkipFailure([&] { PrvFillMapping(sample); });
+        return true;
+    m_sSampledPath.clear();
+    try {
+        PrvFillMapping(path.empty() ? CsvSample() : PrvReadSample());
+        m_sSampledPath = path;
+        return true;
+    } catch (...) {
+        SkipFailure([&] { PrvFillMapping({}); });
+        return false;
+    }
 }
 
 CsvSample frmProductImport::PrvReadSample() const
@@ -177,7 +180,7 @@ ProductMapping frmProductImport::PrvMapping() const
 void frmProductImport::PrvShowPreviewDlg()
 {
     Traced(ErrorContext::frmProductImport_PrvShowPreviewDlg, [&] {
-        PrvTakeTypedPath();
+        static_cast<void>(PrvTakeTypedPath());
         const ProductMapping mapping = PrvMapping();
         frmProdImportPreview preview;
         preview.DialogInit(PrvReadSample(), mapping);
@@ -188,10 +191,13 @@ void frmProductImport::PrvShowPreviewDlg()
 std::optional<Variant> frmProductImport::PrvImportProducts()
 {
     return Traced(ErrorContext::frmProductImport_PrvImportProducts, [&]() -> std::optional<Variant> {
-        PrvTakeTypedPath();
         const std::u16string path = m_txtImportFilePath.Text();
         if (path.empty()) {
             Exclaim(u"Please specify import file name");
+            return std::nullopt;
+        }
+        if (!PrvTakeTypedPath()) {
+            Exclaim(kCannotSample);
             return std::nullopt;
         }
         const ProductMapping mapping = PrvMapping();

@@ -20,7 +20,8 @@ namespace KestrinProductEditor {
 /// with its progress.
 ///
 /// Made, loaded and given its store in this order, then shown once. The mapping list has one row for each
-/// column of the file that was sampled last (m_sSampledPath); a file that cannot be sampled empties it.
+/// column of the file that was sampled last (m_sSampledPath); a file that cannot be sampled empties it. A
+/// typed path that could not be sampled is tried again whenever the mapping is needed.
 class frmProductImport final : public IProcessProgress
 {
 public:
@@ -44,7 +45,7 @@ private:
     void PrvUnload();
 
     void PrvTakeFile(std::u16string_view path);
-    void PrvTakeTypedPath();
+    [[nodiscard]] bool PrvTakeTypedPath();
     void PrvFillMapping(const CsvSample& sample);
     [[nodiscard]] CsvSample PrvReadSample() const;
     [[nodiscard]] ProductMapping PrvMapping() const;
