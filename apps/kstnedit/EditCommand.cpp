@@ -5,6 +5,7 @@
 #include "kstnedit/Catalogue.h"
 #include "kstnedit/Failure.h"
 #include "kstnedit/Paths.h"
+#include "platform/FileKind.h"
 #include "platform/Files.h"
 
 #include <CLI/CLI.hpp>

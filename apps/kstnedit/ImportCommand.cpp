@@ -7,6 +7,7 @@
 #include "kstnedit/ImportReceiver.h"
 #include "kstnedit/Paths.h"
 #include "kstnedit/ProductRecord.h"
+#include "platform/FileKind.h"
 #include "platform/Text.h"
 #include "platform/UserLocale.h"
 #include "store/Product.h"

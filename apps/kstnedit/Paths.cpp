@@ -69,19 +69,6 @@ FileStamp StampOf(std::u16string_view path)
     return stamp;
 }
 
-bool IsRereadable(std::u16string_view path)
-{
-    std::error_code error;
-    switch (std::filesystem::status(NativePath(path), error).type()) {
-    case std::filesystem::file_type::fifo:
-    case std::filesystem::file_type::socket:
-    case std::filesystem::file_type::character:
-        return false;
-    default:
-        return true;
-    }
-}
-
 void CreateFolders(std::u16string_view path)
 {
     std::error_code error;

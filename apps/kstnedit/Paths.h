@@ -18,8 +18,6 @@ namespace KestrinProductEditor::CommandLine {
 [[nodiscard]] bool IsFolder(std::u16string_view path);
 /// Whether there is something at `path`, or it cannot be told.
 [[nodiscard]] bool MayExist(std::u16string_view path);
-/// Whether `path` names a file that can be read more than once; true also when that cannot be told.
-[[nodiscard]] bool IsRereadable(std::u16string_view path);
 
 [[nodiscard]] bool IsDanglingLink(std::u16string_view path);
 

@@ -176,15 +176,31 @@ void frmProductEditor::PrvSaveProductInfo(bool bPrompt)
     }
     try {
         PrvSetDirty(false);
-        if (m_objProduct.IsNew())
-            m_lCurRowID = PrvStore().AddNew(m_objProduct.Pack());
+        // A host's trace may open an editor of its own, and the working product be another one behind it.
+        const Product product = m_objProduct;
+        if (product.IsNew())
+            PrvAddProduct(product);
         else
-            PrvStore().Update(m_objProduct.Pack());
+            PrvStore().Update(product.Pack());
     } catch (...) {
         // It still waits for its save, and whoever leaves it is asked.
         m_objProduct.Dirty(true);
         throw;
     }
+}
+
+/// Adds it to the list. The working product is that row's from then on: when a later step fails and it is
+/// edited further, the next save must not add it again.
+void frmProductEditor::PrvAddProduct(const Product& product)
+{
+    m_lCurRowID = PrvStore().AddNew(product.Pack());
+    if (!m_objProduct.IsNew())
+        return;
+    SkipFailure([&] {
+        Product added;
+        added.Unpack(PrvStore().Pack(m_lCurRowID));
+        m_objProduct = std::move(added);
+    });
 }
 
 void frmProductEditor::PrvSetDirty(bool bDirty)
@@ -362,7 +378,13 @@ void frmProductEditor::cmdSaveClose_Click()
 bool frmProductEditor::cmdCancel_Click()
 {
     return Traced<Ending::Swallow>(ErrorContext::frmProductEditor_cmdCancel_Click, [&] {
-        CancelSaveProduct();
+        try {
+            CancelSaveProduct();
+        } catch (...) {
+            // Once nothing is left to save, a row that cannot be shown must not keep the user from leaving.
+            if (m_objProduct.Dirty())
+                throw;
+        }
         if (m_objProdLkpMgr != nullptr && m_objProdLkpMgr->SessionIsDirty()) {
             switch (MessageBoxes().Show(GetResString(kAskSaveProductList), kMessageYesNoCancel,
                                         GetResString(kApplicationTitle))) {

@@ -9,6 +9,7 @@
 #include "views/FlexDataSrc.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,6 +59,7 @@ private:
     void PrvSayThatThereIsNoList(const AutomationError& error);
     [[nodiscard]] ProductLkpMgr& PrvStore() const;
     void PrvSaveProductInfo(bool bPrompt);
+    void PrvAddProduct(const Product& product);
     void PrvSetDirty(bool bDirty);
     void PrvSetEditState(bool bEditing);
     void PrvShowEditState(bool bEditing);
@@ -84,6 +86,7 @@ private:
     void PrvReadPrefs(std::u16string_view sViewName);
     void PrvSaveViewPrefs(std::u16string_view sViewName);
     void PrvRefreshView(bool bRefresh);
+    void PrvRefreshViewAfter(const std::function<void()>& step);
     [[nodiscard]] std::int32_t PrvGetRowID(std::int32_t row) const;
     [[nodiscard]] std::int32_t PrvGetSelectedRowID() const;
 

@@ -9,6 +9,7 @@
 #include <KestrinProductEditor/CorvoProductFields.h>
 
 #include <cstddef>
+#include <limits>
 
 namespace KestrinProductEditor {
 
@@ -93,6 +94,8 @@ bool frmProductEditor::PrvIsValidPriceKey(std::int32_t keyAscii) const
     default:
         break;
     }
+    if (keyAscii > std::numeric_limits<char16_t>::max())
+        return false;
     const std::u16string key(1, static_cast<char16_t>(keyAscii));
     return (keyAscii >= u'0' && keyAscii <= u'9') || key == m_sMonDecimalSep || key == m_sMonThousandSep;
 }

@@ -2,6 +2,7 @@
 #include "editor/frmProductEditor.h"
 
 #include "editor/ScopedFlag.h"
+#include "frame/SkipFailure.h"
 #include "frame/Traced.h"
 #include "frame/modResourceDefs.h"
 #include "frame/modResourceUtils.h"
@@ -103,6 +104,19 @@ void frmProductEditor::PrvRefreshView(bool /*bRefresh*/)
     });
 }
 
+/// Does a step, and binds the list again also when it fails: a list that shows rows which are no more lets
+/// the next act hit another product.
+void frmProductEditor::PrvRefreshViewAfter(const std::function<void()>& step)
+{
+    try {
+        step();
+    } catch (...) {
+        SkipFailure([&] { PrvRefreshView(true); });
+        throw;
+    }
+    PrvRefreshView(true);
+}
+
 std::int32_t frmProductEditor::PrvGetRowID(std::int32_t row) const
 {
     const std::u16string text = m_flexGrid.CellText(row, kRowIDColumn);
@@ -120,14 +134,13 @@ void frmProductEditor::flexGrid_GotFocus()
     Traced<Ending::Swallow>(ErrorContext::frmProductEditor_flexGrid_GotFocus, [&] {
         const ScopedFlag inGridGotFocus(m_bInGridGotFocus);
         const std::int32_t rowID = PrvGetSelectedRowID();
-        PrvShowCurrentRow();
-        PrvRefreshView(true);
+        PrvRefreshViewAfter([&] { PrvShowCurrentRow(); });
         // Another dialog may have moved or deleted rows since the list was bound last: what stood in the
         // current row's place was not the current row.
         if (PrvGetSelectedRowID() != rowID)
             PrvShowCurrentRow();
     });
-    if (!m_sImportFile.empty())
+    if (!m_sImportFile.empty() && !m_bNoList)
         SSActiveToolBars1_ToolClick(u"ID_Import");
 }
 

@@ -79,8 +79,7 @@ void frmProductEditor::SSActiveToolBars1_ToolClick(std::u16string_view sToolID)
         if (sToolID == u"ID_SelectAll") {
             PrvSelectAll();
         } else if (sToolID == u"ID_Delete") {
-            PrvDeleteSelected();
-            PrvRefreshView(false);
+            PrvRefreshViewAfter([&] { PrvDeleteSelected(); });
         } else if (sToolID == u"ID_NewProduct") {
             PrvAddNewProduct();
         } else if (sToolID == u"ID_EditProduct") {
@@ -105,8 +104,7 @@ void frmProductEditor::cmdDelete_Click()
         if (MessageBoxes().Show(GetResString(modResourceDefs::kAskDeleteProduct), kMessageYesNoCancel,
                                 GetResString(modResourceDefs::kApplicationTitle)) != MessageAnswer::Yes)
             return;
-        PrvStore().Delete(rowID);
-        PrvRefreshView(true);
+        PrvRefreshViewAfter([&] { PrvStore().Delete(rowID); });
         PrvShowCurrentRow();
         m_lCurRowID = PrvGetSelectedRowID();
     });
@@ -148,8 +146,9 @@ void frmProductEditor::PrvDeleteSelected()
 
 void frmProductEditor::PrvImportProducts()
 {
+    // Whatever becomes of it: it is asked for once.
+    const std::u16string file = std::exchange(m_sImportFile, {});
     Traced(ErrorContext::frmProductEditor_PrvImportProducts, [&] {
-        const std::u16string file = std::exchange(m_sImportFile, {});
         if (m_bInExchange)
             return;
         const ScopedFlag inExchange(m_bInExchange);

@@ -3,6 +3,7 @@
 
 #include "exchange/csv/CsvLineReader.h"
 #include "platform/CodePage.h"
+#include "platform/FileKind.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -51,6 +52,11 @@ constexpr std::size_t kMostColumns = 10'000;
 
 CsvSample ReadCsvSample(std::u16string_view path, FirstLine firstLine)
 {
+    // A pipe would keep the window waiting for its writer, and a device need not have an end.
+    if (!IsRereadable(path))
+        throw AutomationError(kErrPathFileAccess, {},
+                              AutomationError::TextOf(kErrPathFileAccess) + u": '" + std::u16string(path) +
+                                  u"' is no ordinary file");
     const std::unique_ptr<IReadStream> stream = FileSystem().OpenForReading(path);
     const std::shared_ptr<const CodePage> codePage = CodePage::System();
     CsvLineReader reader(*stream, *codePage);

@@ -26,8 +26,8 @@ struct CsvSample
 /// first line counts the columns and gives the names when it holds titles; it is never a sample line. An
 /// empty file gives an empty sample. Of very many columns the first 10,000 are shown.
 ///
-/// Errors: those of the file services, and 321 when the first line has no columns or another line has another
-/// number of them.
+/// Errors: those of the file services, 75 for a pipe or a device, and 321 when the first line has no columns
+/// or another line has another number of them.
 [[nodiscard]] CsvSample ReadCsvSample(std::u16string_view path, FirstLine firstLine);
 
 } // namespace KestrinProductEditor

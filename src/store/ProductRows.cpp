@@ -10,6 +10,11 @@
 
 namespace KestrinProductEditor {
 
+std::int32_t ProductRows::Count() const
+{
+    return static_cast<std::int32_t>(m_store.m_impl->m_table.Count());
+}
+
 std::uint64_t ProductRows::ChangeStamp() const
 {
     return m_store.m_impl->m_table.ChangeStamp();
@@ -38,6 +43,7 @@ std::vector<std::int32_t> ProductRows::RowIDs() const
 std::int32_t ProductRows::PlaceOf(std::int32_t rowID) const
 {
     Recordset& table = m_store.m_impl->m_table;
+    table.Commit();
     const RowOrder& order = table.Order();
     const RowNumber row = table.Find(PF_RowID, rowID);
     return row == kNoRow ? -1 : static_cast<std::int32_t>(order.PlaceOf(row));

@@ -33,8 +33,11 @@ FlexDataSrc::~FlexDataSrc() = default;
 
 void FlexDataSrc::SetDataSource(const std::shared_ptr<ProductLkpMgr>& objDataSource)
 {
-    m_objDataSource = objDataSource;
+    // Two stores may have come to the same number of changes.
+    m_changesBefore = ChangeStamp() + 1;
+    // In this order: the earlier store may go here, and its last changes need not be noted.
     m_places.reset();
+    m_objDataSource = objDataSource;
 }
 
 std::int32_t FlexDataSrc::GetFieldCount()
@@ -86,7 +89,7 @@ void FlexDataSrc::SetData(std::int32_t /*Field*/, std::int32_t /*Record*/, std::
 
 std::uint64_t FlexDataSrc::ChangeStamp()
 {
-    return m_objDataSource != nullptr ? ProductRows(*m_objDataSource).ChangeStamp() : 0;
+    return m_changesBefore + (m_objDataSource != nullptr ? ProductRows(*m_objDataSource).ChangeStamp() : 0);
 }
 
 void FlexDataSrc::Settle()
@@ -117,7 +120,7 @@ std::int32_t FlexDataSrc::RecordNow(std::int32_t record)
     std::int32_t now = -1;
     SkipFailure([&] {
         if (!m_places->isNoted)
-            now = record < m_objDataSource->Count() ? record : -1;
+            now = record < ProductRows(*m_objDataSource).Count() ? record : -1;
         else if (static_cast<std::size_t>(record) < m_places->rowIDs.size())
             now = ProductRows(*m_objDataSource).PlaceOf(m_places->rowIDs[static_cast<std::size_t>(record)]);
     });

@@ -56,6 +56,7 @@ private:
     };
 
     std::shared_ptr<ProductLkpMgr> m_objDataSource;
+    std::uint64_t m_changesBefore = 0; // with the stores before this one
     std::shared_ptr<Places> m_places;
 };
 

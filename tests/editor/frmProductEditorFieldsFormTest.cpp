@@ -195,6 +195,9 @@ TEST_F(ProductEditorFields, TakeDigitsSeparatorsAndEditingKeysForAPrice)
         for (const char16_t key : std::u16string_view(u"azAZ-+$ ()eE%;/:\u20ac\u00a0\u0663\u00bd"))
             m_user->Type(std::u16string(1, key));
         EXPECT_EQ(Shown(u"txtUnitPrice"), "12.50");
+        // Their last 16 bits are those of "." and ",".
+        m_user->Type(u"\U0001002E\U0001002C");
+        EXPECT_EQ(Shown(u"txtUnitPrice"), "12.50");
         m_user->Type(u"1,.9");
         EXPECT_EQ(Shown(u"txtUnitPrice"), "12.501,.9");
         for (int i = 0; i < 3; ++i)
@@ -259,6 +262,20 @@ TEST_F(ProductEditorFields, MakeAPriceBeyondTheCeilingZero)
         EXPECT_EQ(Shown(u"txtUnitPrice"), "$4,294,967,295.99");
         FillPrice(u"4294967296");
         EXPECT_EQ(Shown(u"txtUnitPrice"), "4294967296");
+        m_user->TabTo(u"txtNote");
+        EXPECT_EQ(Shown(u"txtUnitPrice"), "$0");
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(SavedPrice(), 0);
+}
+
+TEST_F(ProductEditorFields, MakeAPastedPriceBeyondAllNumbersZero)
+{
+    Edit([&] {
+        m_user->DoubleClickRow(u"flexGrid", 1);
+        m_user->TabTo(u"txtUnitPrice");
+        m_user->SetClipboard(u"99999999999999999999999999");
+        m_user->PressControl('V');
         m_user->TabTo(u"txtNote");
         EXPECT_EQ(Shown(u"txtUnitPrice"), "$0");
         m_user->Click(u"cmdSaveClose");

@@ -3,12 +3,15 @@
 
 #include "platform/Text.h"
 
+#include <KestrinProductEditor/ProductEditorDlg.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace KestrinProductEditor {
@@ -585,6 +588,93 @@ TEST_F(ProductEditorForm, StaysInEditStateWithTheTextWhenASaveFails)
     EXPECT_THAT(m_user->Messages(), ElementsAre(kAskSaveProduct));
 }
 
+TEST_F(ProductEditorForm, AsksAgainUntilASaveSucceeds)
+{
+    Edit([&] {
+        m_user->DoubleClickRow(u"flexGrid", 2);
+        Fill(u"txtPartNum", u"new");
+        m_trace->FailOn("enter KestrinProductEditor.ProductLkpMgr::Update", 7);
+        // For the row, and for the focus.
+        m_user->WillAnswer(MessageAnswer::Yes);
+        m_user->WillAnswer(MessageAnswer::Yes);
+        m_user->ClickRow(u"flexGrid", 3);
+        ExpectEditState();
+        EXPECT_EQ(Shown(u"lblProductDetails"), "Editing Bolt");
+        EXPECT_EQ(Shown(u"txtPartNum"), "new");
+        m_trace->Heal();
+        m_user->PressControl('S');
+        EXPECT_EQ(Shown(u"lblProductDetails"), "Clamp");
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(SavedRows().at(1).partNum, "new");
+    EXPECT_THAT(m_user->Messages(), ElementsAre(kAskSaveProduct, kAskSaveProduct));
+}
+
+TEST_F(ProductEditorForm, AddsANewProductOnceThoughALaterStepFails)
+{
+    for (const std::string step : {"enter KestrinProductEditor.frmProductEditor::PrvRefreshView",
+                                   "exit KestrinProductEditor.frmProductEditor::PrvRefreshView",
+                                   "enter KestrinProductEditor.frmProductEditor::PrvShowCurrentRow"}) {
+        SCOPED_TRACE(step);
+        WriteCatalogue(ThreeProducts());
+        Edit([&] {
+            m_user->Click(u"cmdNew");
+            m_user->Type(u"Drill");
+            m_trace->FailOn(step, 7);
+            m_user->Click(u"cmdSaveEdit");
+            m_trace->Heal();
+            ExpectEditState();
+            Fill(u"txtNote", u"steel");
+            m_user->Click(u"cmdSaveEdit");
+            m_user->Click(u"cmdSaveClose");
+        });
+        EXPECT_THAT(SavedNames(), ElementsAre("Anchor", "Bolt", "Clamp", "Drill"));
+        EXPECT_EQ(SavedRows().at(3).note, "steel");
+    }
+}
+
+TEST_F(ProductEditorForm, SavesANewProductThoughTheTraceOpensAnotherEditorMeanwhile)
+{
+    for (const std::string step :
+         {"enter KestrinProductEditor.Product::Pack", "enter KestrinProductMgr.ProductLkpMgr::AddNew",
+          "exit KestrinProductMgr.ProductLkpMgr::AddNew"}) {
+        SCOPED_TRACE(step);
+        WriteCatalogue(ThreeProducts());
+        Edit([&] {
+            m_user->Click(u"cmdNew");
+            m_user->Type(u"Drill");
+            bool hasOpened = false;
+            m_trace->onCall = [&](const std::string& call) {
+                if (call != step || std::exchange(hasOpened, true))
+                    return;
+                m_user->AtNextForm([&] { m_user->Click(u"cmdCancel"); });
+                ProductEditorDlg::Create()->Show(Variant());
+            };
+            // The list has the focus then, and gains it anew.
+            m_user->WillAnswer(MessageAnswer::Yes);
+            m_user->TabTo(u"flexGrid");
+            m_trace->onCall = nullptr;
+            EXPECT_FALSE(IsInEditState());
+            m_user->Click(u"cmdSaveClose");
+        });
+        EXPECT_THAT(SavedNames(), ElementsAre("Anchor", "Bolt", "Clamp", "Drill"));
+    }
+}
+
+TEST_F(ProductEditorForm, DropsWhatANoHasDroppedThoughTheNextStepFails)
+{
+    Edit([&] {
+        m_user->DoubleClickRow(u"flexGrid", 2);
+        Fill(u"txtPartNum", u"new");
+        m_user->WillAnswer(MessageAnswer::No);
+        m_trace->FailOn("enter KestrinProductEditor.frmProductEditor::PrvRefreshView", 7);
+        m_user->Click(u"cmdCancelEdit");
+        m_trace->Heal();
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(SavedRows(), ThreeProducts());
+}
+
 TEST_F(ProductEditorForm, LetsNobodyBeLockedInByAFailingHandler)
 {
     Edit([&] {
@@ -622,6 +712,46 @@ TEST_F(ProductEditorForm, TakesNoTextForAnotherProductsWhenShowingOneFails)
         m_user->Click(u"cmdSaveClose");
     });
     EXPECT_EQ(SavedRows(), rows);
+}
+
+TEST_F(ProductEditorForm, AsksOnCancelOverAProductThatCannotBeShown)
+{
+    std::vector<ProductRow> rows = ThreeProducts();
+    rows[1].note = std::string(4096, 'n');
+    for (const bool isCloseBox : {false, true}) {
+        WriteCatalogue(rows);
+        Edit([&] {
+            m_user->WillAnswer(MessageAnswer::Yes);
+            m_user->Click(u"cmdDelete");
+            EXPECT_EQ(Shown(u"lblProductView"), "Product List (Count:2)");
+            EXPECT_THAT(BoxTexts(), ElementsAre("", "", "", ""));
+            m_user->WillAnswer(MessageAnswer::No);
+            if (isCloseBox)
+                m_user->CloseWindow();
+            else
+                m_user->Click(u"cmdCancel");
+        });
+        EXPECT_EQ(m_user->Messages().back(), kAskSaveList);
+        EXPECT_EQ(SavedRows(), rows);
+    }
+}
+
+TEST_F(ProductEditorForm, StaysOpenOnCancelWhileASaveFails)
+{
+    Edit([&] {
+        m_user->DoubleClickRow(u"flexGrid", 2);
+        Fill(u"txtPartNum", u"new");
+        m_trace->FailOn("enter KestrinProductEditor.ProductLkpMgr::Update", 7);
+        m_user->Click(u"cmdCancel");
+        ExpectEditState();
+        EXPECT_EQ(Shown(u"txtPartNum"), "new");
+        m_user->Click(u"cmdSaveClose");
+        ExpectEditState();
+        m_trace->Heal();
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(SavedRows().at(1).partNum, "new");
+    EXPECT_THAT(m_user->Messages(), IsEmpty());
 }
 
 TEST_F(ProductEditorForm, ShowsNoOldPriceInAnEmptyPane)

@@ -170,6 +170,30 @@ TEST_F(ProductEditorList, ShowsInTheLocalesForm)
     });
 }
 
+TEST_F(ProductEditorList, ShowsAnImportThoughItsCurrentProductCannotBeShown)
+{
+    std::vector<ProductRow> rows = ThreeProducts();
+    rows[0].note = std::string(4096, 'n');
+    WriteCatalogue(rows);
+    m_folder.Write("new.csv", "Name\r\nZip\r\n");
+    Edit([&] {
+        EXPECT_EQ(Shown(u"lblProductView"), "Product List (Count:3)");
+        m_user->AtNextForm([&] {
+            m_user->WillChooseFile(m_folder.File("new.csv"));
+            m_user->Click(u"cmdBrowse");
+            m_user->PickInCell(u"flexGrid", 1, 1, 1);
+            m_user->WillAnswer(MessageAnswer::Ok);
+            m_user->Click(u"cmdImport");
+        });
+        m_user->ChooseTool(u"ID_Import");
+        EXPECT_EQ(Shown(u"lblProductView"), "Product List (Count:4)");
+        EXPECT_THAT(NamesShown(), ElementsAre("Anchor", "Bolt", "Clamp", "Zip"));
+        EXPECT_EQ(CurrentRow(), 1);
+        EXPECT_EQ(Shown(u"txtProductName"), "");
+        m_user->Click(u"cmdSaveClose");
+    });
+}
+
 TEST_F(ProductEditorList, IsRefreshedBeforeTheCurrentRowIsTrustedAgain)
 {
     // Whatever has changed the store under the list: the pane shows the product that is the current row.

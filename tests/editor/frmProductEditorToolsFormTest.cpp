@@ -100,6 +100,20 @@ TEST_F(ProductEditorTools, KeepTheCurrentProductAfterAnyOtherAnswer)
     EXPECT_EQ(SavedRows(), ThreeProducts());
 }
 
+TEST_F(ProductEditorTools, ShowWhatIsLeftThoughTheDeletionEndedInAnError)
+{
+    Edit([&] {
+        m_user->ClickRow(u"flexGrid", 3);
+        m_trace->FailOn("exit KestrinProductMgr.ProductLkpMgr::Delete", 7);
+        Answer(MessageAnswer::Yes, [&] { m_user->Click(u"cmdDelete"); });
+        m_trace->Heal();
+        EXPECT_THAT(NamesShown(), ElementsAre("Anchor", "Bolt"));
+        EXPECT_EQ(Shown(u"lblProductDetails"), "Bolt");
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_THAT(SavedNames(), ElementsAre("Anchor", "Bolt"));
+}
+
 TEST_F(ProductEditorTools, DeleteNothingWithTheButtonWhereOnlyNewWasPressed)
 {
     Edit([&] {
@@ -185,8 +199,8 @@ TEST_F(ProductEditorTools, StopAtADeletionThatFailsAndKeepTheOnesBefore)
         Answer(MessageAnswer::Yes, [&] { DeleteSelected(); });
         m_trace->onCall = nullptr;
         EXPECT_THAT(m_user->Messages(), ElementsAre(kAskDeleteSelected));
-        m_user->TabTo(u"txtNote");
-        m_user->TabTo(u"flexGrid");
+        // Nobody must meet rows that are no more: the next deletion would hit another product.
+        EXPECT_EQ(Shown(u"lblProductView"), "Product List (Count:3)");
         EXPECT_THAT(NamesShown(), ElementsAre("Clamp", "Drill", "Eyelet"));
         EXPECT_EQ(Shown(u"lblProductDetails"), "Clamp");
         m_user->Click(u"cmdSaveClose");
@@ -424,6 +438,32 @@ TEST_F(ProductEditorTools, StartWithTheImportOfAFile)
     m_user->AtNextForm(acts);
     ShowProductEditor(m_folder.File("new.csv"));
     EXPECT_THAT(SavedNames(), ElementsAre("Anchor", "Bolt", "Clamp", "Zip"));
+}
+
+TEST_F(ProductEditorTools, StartWithoutAnImportWhereNoListIs)
+{
+    WriteCatalogue(std::string("no catalogue at all"));
+    m_folder.Write("new.csv", "Name\r\nZip\r\n");
+    m_user->AtNextForm([&] {
+        EXPECT_EQ(ToUtf8(m_user->OpenForms().back()), "frmProductEditor");
+        m_user->Click(u"cmdCancel");
+    });
+    ShowProductEditor(m_folder.File("new.csv"));
+}
+
+TEST_F(ProductEditorTools, StartWithAnImportOnceThoughItFails)
+{
+    m_folder.Write("new.csv", "Name\r\nZip\r\n");
+    m_trace->FailOn("enter KestrinProductEditor.frmProductEditor::PrvImportProducts", 7);
+    m_user->AtNextForm([&] {
+        m_trace->Heal();
+        // The list gains the focus again: nobody expects a dialog now.
+        m_user->TabTo(u"txtNote");
+        m_user->TabTo(u"flexGrid");
+        EXPECT_EQ(m_user->OpenForms().size(), 1U);
+        m_user->Click(u"cmdCancel");
+    });
+    ShowProductEditor(m_folder.File("new.csv"));
 }
 
 TEST_F(ProductEditorTools, StartWithoutAnImportWhereNoFileIsGiven)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/FileKind.h"
 #include "platform/Files.h"
 
 #include "platform/Text.h"
@@ -500,6 +501,14 @@ IFileSystem& PlatformFileSystem()
     // Never destroyed: a host may release its last store after the end of main.
     static auto& fileSystem = *new LinuxFileSystem;
     return fileSystem;
+}
+
+bool IsRereadable(std::u16string_view path)
+{
+    struct stat status;
+    if (stat(PathToNative(path).c_str(), &status) != 0)
+        return true;
+    return !S_ISFIFO(status.st_mode) && !S_ISSOCK(status.st_mode) && !S_ISCHR(status.st_mode);
 }
 
 std::string PathToNative(std::u16string_view path)

@@ -123,7 +123,8 @@ public:
     [[nodiscard]] virtual std::int32_t CurrentRow() const = 0;
     /// The row under the mouse pointer, 0 for the header; -1 for none.
     [[nodiscard]] virtual std::int32_t MouseRow() const = 0;
-    /// Adds the rows of a rectangle to nothing: they alone are selected. The current row stays.
+    /// The rows of a rectangle, and they alone, are selected. The current row stays. Nothing happens in
+    /// WholeRow mode.
     virtual void SelectRange(std::int32_t row, std::int32_t col, std::int32_t endRow,
                              std::int32_t endCol) = 0;
     [[nodiscard]] virtual std::int32_t SelectedRowCount() const = 0;

@@ -31,6 +31,15 @@ void Require(bool holds)
     return number;
 }
 
+/// The one row, or nothing for -1.
+[[nodiscard]] RowSelection Only(std::int32_t row)
+{
+    RowSelection selection;
+    if (row >= 0)
+        selection.Add({row, row});
+    return selection;
+}
+
 [[nodiscard]] std::u16string TextOf(std::int32_t number)
 {
     const std::string digits = std::to_string(number);
@@ -59,14 +68,11 @@ void GridBase::SetRows(std::int32_t rows)
 {
     PrvRefuseWhenBound();
     Require(rows >= m_fixedRows);
+    const bool hasLostCurrentRow = rows < m_rows && PrvLoseRows({rows, m_rows - 1});
     if (m_cells.size() > static_cast<std::size_t>(rows))
         m_cells.resize(static_cast<std::size_t>(rows));
-    if (rows < m_rows)
-        m_selection.Remove({rows, m_rows - 1});
     m_rows = rows;
-    const bool hasLostCurrentRow = m_currentRow >= rows;
-    if (hasLostCurrentRow)
-        m_currentRow = -1;
+    m_topRow = std::clamp(m_topRow, m_fixedRows, std::max(rows - 1, m_fixedRows));
     ShowAll();
     if (hasLostCurrentRow)
         RowColChange.Raise();
@@ -93,9 +99,12 @@ void GridBase::SetFixedRows(std::int32_t rows)
 {
     PrvRefuseWhenBound();
     Require(rows >= 0 && rows <= 1 && rows <= m_rows);
+    const bool hasLostCurrentRow = rows > 0 && PrvLoseRows({0, rows - 1});
     m_fixedRows = rows;
     m_topRow = std::max(m_topRow, rows);
     ShowAll();
+    if (hasLostCurrentRow)
+        RowColChange.Raise();
 }
 
 void GridBase::SetFixedCols(std::int32_t cols)
@@ -210,16 +219,21 @@ const std::vector<GridBase::ComboEntry>& GridBase::ComboList(std::int32_t col) c
 
 void GridBase::SetSelectionMode(SelectionMode mode)
 {
+    if (mode == SelectionMode::WholeRow)
+        m_selection = Only(m_currentRow);
     m_mode = mode;
-    PrvSelectCurrentRow();
+    ShowSelection();
 }
 
 void GridBase::SetCurrentRow(std::int32_t row)
 {
     Require(row == -1 || (row >= m_fixedRows && row < m_rows));
     const bool isAnother = row != m_currentRow;
+    if (m_mode == SelectionMode::WholeRow)
+        m_selection = Only(row);
     m_currentRow = row;
-    PrvSelectCurrentRow();
+    if (m_mode == SelectionMode::WholeRow)
+        ShowSelection();
     ShowCurrentRow();
     if (isAnother)
         RowColChange.Raise();
@@ -231,6 +245,8 @@ void GridBase::SelectRange(std::int32_t row, std::int32_t col, std::int32_t endR
     static_cast<void>(PrvColumn(endCol));
     const auto [first, last] = std::minmax(row, endRow);
     Require(first >= m_fixedRows && last < m_rows);
+    if (m_mode == SelectionMode::WholeRow)
+        return;
     RowSelection selection;
     selection.Add({first, last});
     m_selection = std::move(selection);
@@ -252,7 +268,8 @@ std::int32_t GridBase::RowNamed(std::u16string_view prefix) const
 void GridBase::UserChose(std::int32_t currentRow, const RowSelection& selection)
 {
     const bool isAnother = currentRow != m_currentRow;
-    m_selection = selection;
+    RowSelection chosen = m_mode == SelectionMode::WholeRow ? Only(currentRow) : selection;
+    m_selection = std::move(chosen);
     m_currentRow = currentRow;
     if (isAnother)
         RowColChange.Raise();
@@ -282,20 +299,22 @@ void GridBase::SetDataSource(std::shared_ptr<IVSFlexDataSource> source, std::sha
     const std::int32_t records = std::max(source->GetRecordCount(), 0);
     const std::int32_t rows =
         std::min(records, std::numeric_limits<std::int32_t>::max() - m_fixedRows) + m_fixedRows;
-    const std::uint64_t stamp = places != nullptr ? places->ChangeStamp() : 0;
+    const auto cols = static_cast<std::size_t>(std::max(source->GetFieldCount(), 0));
     const bool isSameSource = source == m_lastSource.lock();
-    const bool isUnchanged = isSameSource && places != nullptr && stamp == m_lastStamp && rows == m_rows;
+    const bool isSameShape = rows == m_rows && cols == m_columns.size();
+    if (isSameSource && isSameShape && places != nullptr && m_lastStamp == places->ChangeStamp()) {
+        m_source = std::move(source);
+        m_places = std::move(places);
+        m_cells.clear();
+        ShowCells();
+        return;
+    }
 
     Standing standing;
-    if (isUnchanged)
-        standing = {m_currentRow, m_topRow, m_selection, false};
-    else if (isSameSource)
+    if (isSameSource)
         standing = PrvFindRowsAgain(places.get(), rows);
     else
         standing.isAnotherCurrentRow = m_currentRow != -1;
-
-    const auto cols = static_cast<std::size_t>(std::max(source->GetFieldCount(), 0));
-    const bool isSameShape = isUnchanged && cols == m_columns.size();
     m_columns.resize(cols);
     m_lastSource = source;
     m_source = std::move(source);
@@ -305,10 +324,7 @@ void GridBase::SetDataSource(std::shared_ptr<IVSFlexDataSource> source, std::sha
     m_currentRow = standing.currentRow;
     m_topRow = std::max(standing.topRow, m_fixedRows);
     m_selection = std::move(standing.selection);
-    if (isSameShape) {
-        ShowCells();
-        return;
-    }
+    m_lastStamp.reset();
     if (m_places != nullptr) {
         m_places->Settle();
         m_lastStamp = m_places->ChangeStamp();
@@ -373,14 +389,13 @@ void GridBase::PrvRefuseWhenBound() const
         throw AutomationError(kErrActionNotSupported);
 }
 
-void GridBase::PrvSelectCurrentRow()
+bool GridBase::PrvLoseRows(RowSelection::Range rows)
 {
-    if (m_mode != SelectionMode::WholeRow)
-        return;
-    m_selection.Clear();
-    if (m_currentRow >= 0)
-        m_selection.Add({m_currentRow, m_currentRow});
-    ShowSelection();
+    m_selection.Remove(rows);
+    const bool isCurrentRowLost = m_currentRow >= rows.first && m_currentRow <= rows.last;
+    if (isCurrentRowLost)
+        m_currentRow = -1;
+    return isCurrentRowLost;
 }
 
 GridBase::Standing GridBase::PrvFindRowsAgain(IRowPlaces* places, std::int32_t rows) const
@@ -389,7 +404,7 @@ GridBase::Standing GridBase::PrvFindRowsAgain(IRowPlaces* places, std::int32_t r
         if (places == nullptr)
             return row < rows ? row : -1;
         const std::int32_t record = places->RecordNow(row - m_fixedRows);
-        return record < 0 ? -1 : record + m_fixedRows;
+        return record < 0 || record >= rows - m_fixedRows ? -1 : record + m_fixedRows;
     };
     // The row itself, else the next one behind it that is still there, else the last one before it.
     const auto nearestNow = [&](std::int32_t row) {
@@ -413,6 +428,10 @@ GridBase::Standing GridBase::PrvFindRowsAgain(IRowPlaces* places, std::int32_t r
     if (m_topRow > m_fixedRows)
         standing.topRow = std::max(nearestNow(m_topRow), m_fixedRows);
 
+    if (m_mode == SelectionMode::WholeRow) {
+        standing.selection = Only(standing.currentRow);
+        return standing;
+    }
     std::vector<std::int32_t> selected;
     if (rows > m_fixedRows) {
         for (const RowSelection::Range& range : m_selection.Ranges()) {
@@ -425,11 +444,6 @@ GridBase::Standing GridBase::PrvFindRowsAgain(IRowPlaces* places, std::int32_t r
     std::sort(selected.begin(), selected.end());
     for (const std::int32_t row : selected)
         standing.selection.Add({row, row});
-    if (m_mode == SelectionMode::WholeRow) {
-        standing.selection.Clear();
-        if (standing.currentRow >= 0)
-            standing.selection.Add({standing.currentRow, standing.currentRow});
-    }
     return standing;
 }
 

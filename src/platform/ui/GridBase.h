@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -93,7 +94,9 @@ protected:
 
     // What the user does
 
-    /// Made a row current and rows selected, in one act. Raises RowColChange when the current row is another.
+    /// Made a row current and rows selected, in one act; in WholeRow mode the current row alone is selected.
+    /// Raises RowColChange when the current row is another. What holds then may differ: a handler may have
+    /// chosen otherwise.
     void UserChose(std::int32_t currentRow, const RowSelection& selection);
     void UserScrolled(std::int32_t topRow) { m_topRow = topRow; }
     void UserResized(std::int32_t col, std::int32_t twips);
@@ -128,7 +131,9 @@ private:
     [[nodiscard]] const Cell* PrvFindCell(std::int32_t row, std::int32_t col) const;
     [[nodiscard]] Cell& PrvOwnCell(std::int32_t row, std::int32_t col);
     void PrvRefuseWhenBound() const;
-    void PrvSelectCurrentRow();
+    /// Takes rows out of the selection and, when it was one of them, makes none current. Returns whether it
+    /// was.
+    bool PrvLoseRows(RowSelection::Range rows);
     /// What becomes of the last binding's rows, now that there are `rows` rows.
     [[nodiscard]] Standing PrvFindRowsAgain(IRowPlaces* places, std::int32_t rows) const;
 
@@ -147,7 +152,7 @@ private:
     std::shared_ptr<IRowPlaces> m_places;
     // The last binding, which outlives an unbinding.
     std::weak_ptr<IVSFlexDataSource> m_lastSource;
-    std::uint64_t m_lastStamp = 0;
+    std::optional<std::uint64_t> m_lastStamp;
 };
 
 } // namespace KestrinProductEditor

@@ -2,8 +2,8 @@
 #include "platform/ui/RowSelection.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
-#include <cstddef>
 #include <iterator>
 
 namespace KestrinProductEditor {
@@ -26,6 +26,7 @@ void RowSelection::Clear() noexcept
 void RowSelection::Add(Range range)
 {
     assert(range.first <= range.last);
+    PrvReserve(m_ranges.size() + 1);
     if (m_ranges.empty() || m_ranges.back().last + 1 < range.first) {
         // Rows that come in their order cost nothing but their place.
         const std::int32_t before = Count();
@@ -53,18 +54,20 @@ void RowSelection::Add(Range range)
 void RowSelection::Remove(Range range)
 {
     assert(range.first <= range.last);
+    PrvReserve(m_ranges.size() + 1); // a range may fall into two
     const auto begin = std::partition_point(m_ranges.begin(), m_ranges.end(),
                                             [&](const Range& other) { return other.last < range.first; });
     const auto end = std::partition_point(begin, m_ranges.end(),
                                           [&](const Range& other) { return other.first <= range.last; });
     if (begin == end)
         return;
-    std::vector<Range> rest;
+    std::array<Range, 2> rest{};
+    auto restEnd = rest.begin();
     if (begin->first < range.first)
-        rest.push_back({begin->first, range.first - 1});
+        *restEnd++ = {begin->first, range.first - 1};
     if (std::prev(end)->last > range.last)
-        rest.push_back({range.last + 1, std::prev(end)->last});
-    m_ranges.insert(m_ranges.erase(begin, end), rest.begin(), rest.end());
+        *restEnd++ = {range.last + 1, std::prev(end)->last};
+    m_ranges.insert(m_ranges.erase(begin, end), rest.begin(), restEnd);
     PrvCount();
 }
 
@@ -88,7 +91,15 @@ std::int32_t RowSelection::Row(std::int32_t index) const noexcept
     return m_ranges[at].first + (index - m_rowsBefore[at]);
 }
 
-void RowSelection::PrvCount()
+void RowSelection::PrvReserve(std::size_t ranges)
+{
+    if (ranges > m_ranges.capacity())
+        m_ranges.reserve(2 * ranges);
+    if (ranges > m_rowsBefore.capacity())
+        m_rowsBefore.reserve(2 * ranges);
+}
+
+void RowSelection::PrvCount() noexcept
 {
     m_rowsBefore.clear();
     std::int32_t rows = 0;

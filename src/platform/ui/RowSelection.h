@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace KestrinProductEditor {
 
-/// A set of rows, kept as ranges: all of a million rows is one range.
+/// A set of rows, kept as ranges: all of a million rows is one range. Add and Remove throw std::bad_alloc;
+/// the set is unchanged then.
 class RowSelection
 {
 public:
@@ -35,7 +37,8 @@ public:
     }
 
 private:
-    void PrvCount();
+    void PrvReserve(std::size_t ranges);
+    void PrvCount() noexcept;
 
     std::vector<Range> m_ranges;
     std::vector<std::int32_t> m_rowsBefore; // how many rows the ranges before each hold

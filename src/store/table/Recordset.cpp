@@ -247,10 +247,17 @@ std::vector<RowNumber> Recordset::FindPrefix(std::size_t column, std::string_vie
 
 RowNumber Recordset::FindFirstWithPrefix(std::size_t column, std::string_view prefix)
 {
-    assert(m_sortColumn == column);
-    const RowNumber row = PrvSettledOrder().FirstBehind(
+    const RowOrder& order = PrvSettledOrder();
+    const auto begins = [&](RowNumber row) { return TextOrder::StartsWith(Text(row, column), prefix); };
+    if (m_sortColumn != column) {
+        RowNumber row = order.First();
+        while (row != kNoRow && !begins(row))
+            row = order.Next(row);
+        return row;
+    }
+    const RowNumber row = order.FirstBehind(
         [&](RowNumber other) { return TextOrder::Compare(Text(other, column), prefix) >= 0; });
-    return row != kNoRow && TextOrder::StartsWith(Text(row, column), prefix) ? row : kNoRow;
+    return row != kNoRow && begins(row) ? row : kNoRow;
 }
 
 Variant Recordset::Get(std::int32_t column) const

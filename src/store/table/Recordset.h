@@ -58,8 +58,9 @@ public:
     /// Another number whenever anything in the table was changed.
     [[nodiscard]] std::uint64_t ChangeStamp() const noexcept { return m_changeStamp; }
 
-    /// Calls `notice` once, right before the next change of the rows or of their order. It may read the rows
-    /// and Order(), and must not change or throw anything.
+    /// Calls `notice` once, right before the next change of which rows there are, of their order, their texts
+    /// or Long values. It may read the rows and Order(), which is then what it is now, and may ask anew; it
+    /// must not change or throw anything. Throws std::bad_alloc; nothing is asked for then.
     void BeforeNextChange(std::function<void()> notice);
 
     /// Takes the rows of `rows` (of the same columns) in place of its own, in order of arrival and unsorted.
@@ -98,7 +99,7 @@ public:
     bool MoveToFound(std::size_t column, std::int32_t value);
     /// The rows, in order, whose text begins with `prefix`, letter case aside. The cursor stays.
     [[nodiscard]] std::vector<RowNumber> FindPrefix(std::size_t column, std::string_view prefix);
-    /// The first of them, or kNoRow. Requires: sorted by `column`.
+    /// The first of them, or kNoRow. A search by halves where the table is sorted by `column`.
     [[nodiscard]] RowNumber FindFirstWithPrefix(std::size_t column, std::string_view prefix);
 
     // Reading and writing

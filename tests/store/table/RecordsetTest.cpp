@@ -428,6 +428,143 @@ TEST_F(RecordsetTest, ChangeStamp_ChangesWithEveryChangeAndWithNothingElse)
     EXPECT_TRUE(changes());
 }
 
+TEST_F(RecordsetTest, BeforeNextChange_TellsOnceAndBeforeAnythingHasChanged)
+{
+    struct Case
+    {
+        const char* act;
+        std::function<void()> change;
+    };
+    const std::vector<Case> cases = {
+        {"add", [&] { Add(9, "aa"); }},
+        {"delete", [&] { table.Delete(); }},
+        {"delete another row", [&] { table.DeleteRow(2); }},
+        {"rename", [&] { Rename(u"x"); }},
+        {"write another text", [&] { table.Put(kNote, u"x"); }},
+        {"write a number", [&] { table.SetLong(1, kUid, 77); }},
+        {"sort by another column", [&] { table.SortBy(kNote); }},
+        {"sort again", [&] { table.SortBy(kName); }},
+        {"clear", [&] { table.Clear(); }},
+        {"adopt", [&] { table.Adopt(RowStore(TestColumns())); }},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.act);
+        table.Clear();
+        AddSorted({"c", "a", "b"});
+        const Texts names = Names();
+        std::vector<Texts> told;
+        table.BeforeNextChange([&] {
+            Texts& seen = told.emplace_back();
+            table.Order().ForEach([&](RowNumber row) { seen.emplace_back(table.Text(row, kName)); });
+        });
+        EXPECT_TRUE(told.empty());
+        test.change();
+        EXPECT_EQ(told, (std::vector<Texts>{names}));
+        Add(10, "z");
+        EXPECT_EQ(told.size(), 1U);
+    }
+}
+
+TEST_F(RecordsetTest, BeforeNextChange_HearsNothingOfReadingMovingAmountsAndFlags)
+{
+    AddSorted({"c", "a", "b"});
+    int told = 0;
+    table.BeforeNextChange([&] { ++told; });
+    (void)Names();
+    (void)table.Order();
+    table.MoveLast();
+    table.Commit();
+    (void)table.Find(kId, 2);
+    (void)table.MoveToFound(kUid, 99);
+    (void)table.FindPrefix(kName, "a");
+    table.SetMoney(0, kPrice, Currency::FromUnits(7));
+    table.SetBoolean(0, kFlag, true);
+    table.SetLong(0, kUid, table.Long(0, kUid));
+    EXPECT_EQ(told, 0);
+    table.MoveFirst();
+    table.Delete();
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(RecordsetTest, BeforeNextChange_GivesRowsThatWaitForTheirPlaceTheirPlaceFirst)
+{
+    AddSorted({"c", "e"});
+    Rename(u"x");
+    Add(3, "d");
+    Rename(u"a");
+    std::vector<Texts> told;
+    table.BeforeNextChange([&] {
+        Texts& seen = told.emplace_back();
+        table.Order().ForEach([&](RowNumber row) { seen.emplace_back(table.Text(row, kName)); });
+    });
+    table.MoveFirst();
+    EXPECT_EQ(CurrentName(), "a");
+    EXPECT_TRUE(told.empty()) << "nothing moves by a look";
+    table.Delete();
+    EXPECT_EQ(told, (std::vector<Texts>{{"a", "e", "x"}}));
+}
+
+TEST_F(RecordsetTest, BeforeNextChange_CountsARenamedRowInItsNewPlaceFromNowOn)
+{
+    AddSorted({"a", "b", "c"});
+    Rename(u"x");
+    std::vector<Texts> told;
+    table.BeforeNextChange([&] {
+        Texts& seen = told.emplace_back();
+        table.Order().ForEach([&](RowNumber row) { seen.emplace_back(table.Text(row, kName)); });
+    });
+    EXPECT_EQ(CurrentName(), "x");
+    Add(4, "d"); // nobody has looked at the order since
+    EXPECT_EQ(told, (std::vector<Texts>{{"b", "c", "x"}}));
+}
+
+TEST_F(RecordsetTest, BeforeNextChange_ServesSeveralAndMayBeAskedAnewByANotice)
+{
+    AddSorted({"a", "b"});
+    std::string told;
+    std::function<void()> again = [&] {
+        told += 'r';
+        table.BeforeNextChange(again);
+    };
+    table.BeforeNextChange([&] { told += '1'; });
+    table.BeforeNextChange(again);
+    table.BeforeNextChange([&] { told += '2'; });
+    Add(3, "c");
+    EXPECT_EQ(told, "1r2");
+    Add(4, "d");
+    table.Delete();
+    EXPECT_EQ(told, "1r2rr");
+}
+
+TEST_F(RecordsetTest, FindFirstWithPrefix_GivesTheFirstInRowOrder)
+{
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, ""), kNoRow);
+    AddSorted({"Nut", "bolt cutter", "Bolt", "washer"});
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "BOLT"), 2U);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "bolt "), 1U);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "n"), 0U);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, ""), 2U);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "a"), kNoRow);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "bolts"), kNoRow);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "z"), kNoRow);
+    table.MoveFirst();
+    EXPECT_EQ(CurrentName(), "Bolt");
+    (void)table.FindFirstWithPrefix(kName, "w");
+    EXPECT_EQ(CurrentName(), "Bolt") << "the cursor stays";
+    Rename(u"wash");
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "w"), 2U) << "a renamed row counts in its new place";
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "bolt"), 1U);
+}
+
+TEST_F(RecordsetTest, FindFirstWithPrefix_FollowsTheOrderOfArrivalWhereNothingIsSorted)
+{
+    Add(1, "nut");
+    Add(2, "bolt");
+    Add(3, "Bolt");
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "b"), 1U);
+    EXPECT_EQ(table.FindFirstWithPrefix(kName, "x"), kNoRow);
+}
+
 TEST_F(RecordsetTest, Texts_SurviveTheDroppingOfOldOnes)
 {
     AddSorted({"a", "b"});
