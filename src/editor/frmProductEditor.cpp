@@ -284,8 +284,7 @@ void frmProductEditor::PrvShowCurrentRow()
         const std::int32_t row = m_flexGrid.CurrentRow();
         if (row < 1) {
             PrvSaveProductInfo(true);
-            PrvClearProductInfo();
-            PrvSetEditState(false);
+            PrvShowNoProduct();
             return;
         }
         const std::int32_t rowID = PrvGetRowID(row);
@@ -295,6 +294,18 @@ void frmProductEditor::PrvShowCurrentRow()
         PrvTakeProduct(rowID);
         PrvSetEditState(false);
     });
+}
+
+/// Open boxes without a product would take what nobody can save.
+void frmProductEditor::PrvShowNoProduct()
+{
+    try {
+        PrvClearProductInfo();
+        PrvSetEditState(false);
+    } catch (...) {
+        PrvEmptyPane();
+        throw;
+    }
 }
 
 void frmProductEditor::PrvClearProductInfo()

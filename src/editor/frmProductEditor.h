@@ -67,6 +67,7 @@ private:
     void PrvAddNewProduct();
     void PrvEditProduct(bool bUseCurrentRow);
     void PrvShowCurrentRow();
+    void PrvShowNoProduct();
     void PrvClearProductInfo();
     void PrvTakeProduct(std::optional<std::int32_t> lRowID);
     void PrvEmptyPane() noexcept;

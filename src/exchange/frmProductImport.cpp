@@ -68,7 +68,7 @@ void frmProductImport::PrvConnect()
 
 void frmProductImport::Load()
 {
-    constexpr std::int32_t kColumnWidth = 3600;
+    constexpr std::int32_t kColumnWidth = 4200;
     PrvSetCaptions();
     m_flexGrid.SetRows(1);
     m_flexGrid.SetCols(kColumns);

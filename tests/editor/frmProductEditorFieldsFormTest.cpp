@@ -337,6 +337,20 @@ TEST_F(ProductEditorFields, CommitAPriceWithEveryKey)
     EXPECT_EQ(SavedRows().at(1).price, 70'000);
 }
 
+TEST_F(ProductEditorFields, CommitAPriceThatNoKeyCouldWhenTheyAreLeft)
+{
+    Edit([&] {
+        m_user->DoubleClickRow(u"flexGrid", 1);
+        m_trace->FailOn("enter KestrinProductEditor.frmProductEditor::txtUnitPrice_Change", 7);
+        FillPrice(u"99");
+        m_trace->Heal();
+        m_user->Click(u"cmdSaveEdit");
+        EXPECT_EQ(Shown(u"txtUnitPrice"), "$99");
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(SavedPrice(), 990'000);
+}
+
 TEST_F(ProductEditorFieldsInGerman, KnowTheLocalesSeparators)
 {
     Edit([&] {

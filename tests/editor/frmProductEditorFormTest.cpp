@@ -318,7 +318,10 @@ TEST_F(ProductEditorForm, AddsANewProductAndShowsNoneAfterwards)
 TEST_F(ProductEditorForm, KeepsTheListsModeOfSeveralRowsAfterNew)
 {
     Edit([&] {
+        // What was selected must not wait for a deletion behind the new product.
+        m_user->ClickRow(u"flexGrid", 2);
         m_user->Click(u"cmdNew");
+        EXPECT_EQ(m_user->Grid(u"flexGrid").SelectedRowCount(), 0);
         m_user->Click(u"cmdCancelEdit");
         EXPECT_EQ(m_user->Grid(u"flexGrid").Mode(), SelectionMode::ListBox);
         EXPECT_EQ(m_user->Grid(u"flexGrid").SelectedRowCount(), 0);

@@ -170,6 +170,40 @@ TEST_F(ProductEditorList, ShowsInTheLocalesForm)
     });
 }
 
+TEST_F(ProductEditorList, HasItsShapeThoughSettingItUpFails)
+{
+    m_trace->FailOn("enter KestrinProductEditor.frmProductEditor::PrvInitView", 7);
+    Edit([&] {
+        m_trace->Heal();
+        const IGrid& grid = m_user->Grid(u"flexGrid");
+        EXPECT_EQ(grid.FixedRows(), 1);
+        EXPECT_TRUE(grid.IsColHidden(3));
+        EXPECT_EQ(ToUtf8(m_user->CellShown(u"flexGrid", 0, 0)), "Product Name");
+        EXPECT_THAT(NamesShown(), ElementsAre("Anchor", "Bolt", "Clamp"));
+        m_user->Click(u"cmdCancel");
+    });
+}
+
+TEST_F(ProductEditorList, TakesARowWithoutAnIdentifierForNoProduct)
+{
+    Edit([&] {
+        // The store answers no field: every cell is empty.
+        m_trace->FailOn("enter KestrinProductMgr.ProductLkpMgr::Fields", 7);
+        m_user->ClickRow(u"flexGrid", 3);
+        EXPECT_EQ(Shown(u"txtProductName"), "Anchor");
+        ExpectViewState();
+        m_user->WillAnswer(MessageAnswer::Ok);
+        m_user->Click(u"cmdDelete");
+        EXPECT_THAT(m_user->Messages(), ElementsAre(kSelectFirst));
+        m_user->ChooseTool(u"ID_SelectAll");
+        m_user->ChooseTool(u"ID_Delete");
+        EXPECT_EQ(m_user->Messages().size(), 1U);
+        m_trace->Heal();
+        m_user->Click(u"cmdCancel");
+    });
+    EXPECT_EQ(SavedRows(), ThreeProducts());
+}
+
 TEST_F(ProductEditorList, ShowsAnImportThoughItsCurrentProductCannotBeShown)
 {
     std::vector<ProductRow> rows = ThreeProducts();

@@ -3,6 +3,7 @@
 #include "support/ErrorOf.h"
 #include "support/WindowContexts.h"
 
+#include <KestrinProductEditor/AutomationError.h>
 #include <KestrinProductEditor/ProductEditorDlg.h>
 
 #include <gmock/gmock.h>
@@ -155,6 +156,62 @@ private:
     }
 };
 
+/// Says Yes to everything.
+class YesBox final : public IMessageBox
+{
+public:
+    MessageAnswer Show(std::u16string_view /*text*/, std::int32_t /*style*/,
+                       std::u16string_view /*title*/) override
+    {
+        return MessageAnswer::Yes;
+    }
+};
+
+/// One call of the trace fails in the middle of an act; then the trace has recovered.
+class ProductEditorFault : public EditorFixture
+{
+protected:
+    /// Does `act` again and again over a product named Zip that is typed and not saved yet, each time with a
+    /// later failing call, until all have failed. Nothing that was typed may be lost.
+    void FailAtEachCall(const std::function<void()>& type, const std::function<void()>& act)
+    {
+        YesBox yes;
+        const ScopedMessageBox scope(yes);
+        bool hasFailed = true;
+        for (int failing = 1; hasFailed; ++failing) {
+            hasFailed = false;
+            std::string failed;
+            int calls = 0;
+            WriteCatalogue(ThreeProducts());
+            Edit([&] {
+                type();
+                m_trace->onCall = [&](const std::string& call) {
+                    if (++calls != failing)
+                        return;
+                    hasFailed = true;
+                    failed = call;
+                    throw AutomationError(kTraceFailure);
+                };
+                act();
+                m_trace->onCall = nullptr;
+                SCOPED_TRACE(failed);
+                if (IsInEditState()) {
+                    // What stands in open boxes can be edited and saved.
+                    m_user->TabTo(u"txtNote");
+                    m_user->Type(u"x");
+                    const std::string name = Shown(u"txtProductName");
+                    m_user->Click(u"cmdSaveEdit");
+                    EXPECT_FALSE(IsInEditState());
+                    EXPECT_THAT(NamesShown(), Contains(name));
+                }
+                m_user->Click(u"cmdSaveClose");
+            });
+            EXPECT_THAT(SavedNames(), Contains("Zip")) << failed;
+            EXPECT_THAT(SavedNames(), testing::IsSupersetOf({"Anchor", "Clamp"})) << failed;
+        }
+    }
+};
+
 [[nodiscard]] std::string NameOf(const testing::TestParamInfo<WindowContext>& info)
 {
     std::string name(info.param.text.substr(info.param.text.rfind('.') + 1));
@@ -207,6 +264,26 @@ TEST_P(ProductEditorTrace, MayFailAtTheExitToo)
     Visit(GetParam());
     EXPECT_THAT(m_trace->CallsLike("error "), Contains("error 4711"));
     EXPECT_EQ(SavedRows(), ThreeProducts());
+}
+
+TEST_F(ProductEditorFault, LosesNoNewProductThatIsSaved)
+{
+    FailAtEachCall(
+        [&] {
+            m_user->Click(u"cmdNew");
+            m_user->Type(u"Zip");
+        },
+        [&] { m_user->Click(u"cmdSaveEdit"); });
+}
+
+TEST_F(ProductEditorFault, LosesNoEditThatIsLeftForAnotherRow)
+{
+    FailAtEachCall(
+        [&] {
+            m_user->DoubleClickRow(u"flexGrid", 2);
+            Fill(u"txtProductName", u"Zip");
+        },
+        [&] { m_user->ClickRow(u"flexGrid", 3); });
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryMethod, ProductEditorTrace, testing::ValuesIn(kEditorContexts), NameOf);
