@@ -9,10 +9,12 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -290,6 +292,9 @@ bool QtGridView::eventFilter(QObject* watched, QEvent* event)
         case QEvent::Leave:
             m_isMouseOnHeader = false;
             break;
+        case QEvent::ToolTip:
+            PrvShowTitle(static_cast<const QHelpEvent&>(*event));
+            return true;
         default:
             break;
         }
@@ -676,6 +681,19 @@ void QtGridView::PrvTakeName()
     QAccessibleInterface* const label = m_label ? QAccessible::queryAccessibleInterface(m_label) : nullptr;
     if (label && accessibleName() != label->text(QAccessible::Name))
         setAccessibleName(label->text(QAccessible::Name));
+}
+
+/// Shows the title of a column that is too narrow for it.
+void QtGridView::PrvShowTitle(const QHelpEvent& event)
+{
+    const QHeaderView& header = *horizontalHeader();
+    const int col = header.logicalIndexAt(event.pos());
+    if (col < 0 || header.sectionSizeHint(col) <= header.sectionSize(col)) {
+        QToolTip::hideText();
+        return;
+    }
+    const QString title = m_model->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString();
+    QToolTip::showText(event.globalPos(), title.toHtmlEscaped(), header.viewport());
 }
 
 void QtGridView::PrvPaintCurrentRow(QPainter& painter)

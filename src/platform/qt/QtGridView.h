@@ -12,6 +12,7 @@
 #include <optional>
 
 class QComboBox;
+class QHelpEvent;
 class QLabel;
 
 namespace KestrinProductEditor {
@@ -111,6 +112,7 @@ private:
     void PrvScrollToTopRow();
     void PrvFitRowHeight();
     void PrvTakeName();
+    void PrvShowTitle(const QHelpEvent& event);
     void PrvPaintCurrentRow(QPainter& painter);
     void PrvPaintNotice(QPainter& painter);
     [[nodiscard]] RowSelection PrvSelectedRows() const;

@@ -89,6 +89,23 @@ void Tray(Drawing& drawing)
     return 0.299 * colour.redF() + 0.587 * colour.greenF() + 0.114 * colour.blueF();
 }
 
+/// The colour of selections, with as much of the text's as it takes where the bar itself nearly has it.
+[[nodiscard]] QColor Accent(const QColor& selection, const QColor& text, const QColor& ground)
+{
+    constexpr int kSteps = 4;
+    constexpr double kLegible = 0.33;
+    for (int step = 0; step < kSteps; ++step) {
+        const float share = static_cast<float>(step) / kSteps;
+        const auto mix = [share](float from, float to) { return from + (to - from) * share; };
+        const QColor mixed =
+            QColor::fromRgbF(mix(selection.redF(), text.redF()), mix(selection.greenF(), text.greenF()),
+                             mix(selection.blueF(), text.blueF()));
+        if (std::abs(Brightness(mixed) - Brightness(ground)) > kLegible)
+            return mixed;
+    }
+    return text;
+}
+
 class ToolIconEngine final : public QIconEngine
 {
 public:
@@ -99,11 +116,9 @@ public:
         const QPalette palette = m_widget ? m_widget->palette() : QGuiApplication::palette();
         const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
         const QColor text = palette.color(group, QPalette::ButtonText);
-        const QColor selection = palette.color(group, QPalette::Highlight);
-        // Some themes select in a colour that the bar itself nearly has.
-        const double contrast = Brightness(selection) - Brightness(palette.color(group, QPalette::Window));
-        const bool isLegible = mode != QIcon::Disabled && std::abs(contrast) > 0.2;
-        const QColor accent = isLegible ? selection : text;
+        const QColor accent = mode == QIcon::Disabled ? text
+                                                      : Accent(palette.color(group, QPalette::Highlight),
+                                                               text, palette.color(group, QPalette::Window));
 
         const Drawing drawing = DrawingOf(m_icon);
         painter->save();

@@ -9,10 +9,12 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QScrollBar>
 #include <QStyleHints>
 #include <QTest>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <gmock/gmock.h>
@@ -833,6 +835,28 @@ TEST_F(QtGridDropDowns, CloseWhenTheGridIsFilledAnewOrDisabled)
     m_grid.SetEnabled(false);
     EXPECT_EQ(m_view.OpenDropDown(), nullptr);
     Settle();
+}
+
+TEST_F(QtGrids, TellsATitleThatItsColumnCutsOff)
+{
+    m_grid.SetCellText(0, 0, u"Price < cost");
+    m_grid.SetCellText(0, 1, u"Name");
+    Show();
+    m_view.setColumnWidth(0, 30);
+    m_view.setColumnWidth(1, 200);
+    QHeaderView& header = *m_view.horizontalHeader();
+    const auto hover = [&header](int col) {
+        const QPoint place(header.sectionViewportPosition(col) + 5, 5);
+        QHelpEvent event(QEvent::ToolTip, place, header.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(header.viewport(), &event);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    EXPECT_EQ(hover(0), QStringLiteral("Price &lt; cost"));
+    m_view.setColumnWidth(0, 200);
+    QToolTip::hideText();
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    EXPECT_EQ(hover(0), QString());
+    EXPECT_EQ(hover(1), QString());
 }
 
 } // namespace KestrinProductEditor
