@@ -11,5 +11,8 @@ if(NOT KSTNEDIT_SANITIZE)
     if(KSTNEDIT_QT)
         add_test(NAME typical-road COMMAND ${PROJECT_SOURCE_DIR}/tools/check-road ${PROJECT_BINARY_DIR})
         set_tests_properties(typical-road PROPERTIES TIMEOUT 600 RUN_SERIAL ON)
+        add_test(NAME pictures
+            COMMAND ${PROJECT_SOURCE_DIR}/tools/make-pictures ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/pictures)
+        set_tests_properties(pictures PROPERTIES TIMEOUT 600)
     endif()
 endif()

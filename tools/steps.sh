@@ -33,3 +33,7 @@ step() {
 build_program() {
     cmake --preset release && cmake --build --preset release --target kstnedit-program
 }
+
+build_pictures() {
+    cmake --preset release && cmake --build --preset release --target kstnedit-pictures
+}
