@@ -123,7 +123,6 @@ void CreateApplication()
 
 } // namespace KestrinProductEditor
 
-// NOLINTNEXTLINE(readability-identifier-naming): the loader knows it by kToolkitEntryName
 extern "C" [[gnu::visibility("default")]] KestrinProductEditor::IToolkit*
 kstnedit_toolkit(const char* version, const char** reason) noexcept
 {
