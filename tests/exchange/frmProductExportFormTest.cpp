@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/frmProductExport.h"
 
-#include "support/Environment.h"
 #include "support/ExchangeFixture.h"
+#include "support/UserPlaces.h"
 
 #include <KestrinProductEditor/ProductExportDlg.h>
 
@@ -49,7 +49,7 @@ TEST_F(ProductExport, RefusesAnEmptyPath)
 
 TEST_F(ProductExport, AsksWhereToWithAWarningBeforeAFileIsReplaced)
 {
-    const ScopedVariable documents("XDG_DOCUMENTS_DIR", m_folder.Path().string());
+    const ScopedDocumentsFolder documents(m_folder.Path());
     Export([&] {
         m_user->WillChooseFile(std::nullopt);
         m_user->Click(u"cmdBrowse");

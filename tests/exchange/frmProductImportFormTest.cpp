@@ -3,9 +3,9 @@
 
 #include "fake/FailingFileSystem.h"
 #include "platform/Files.h"
-#include "support/Environment.h"
 #include "support/ErrorOf.h"
 #include "support/ExchangeFixture.h"
+#include "support/UserPlaces.h"
 
 #include <KestrinProductEditor/ProductImportDlg.h>
 
@@ -74,7 +74,7 @@ TEST_F(ProductImport, BeginsWithTitlesAndAppendingTicked)
 
 TEST_F(ProductImport, AsksForACsvFileInTheDocuments)
 {
-    const ScopedVariable documents("XDG_DOCUMENTS_DIR", m_folder.Path().string());
+    const ScopedDocumentsFolder documents(m_folder.Path());
     Import([&] {
         m_user->WillChooseFile(std::nullopt);
         m_user->Click(u"cmdBrowse");

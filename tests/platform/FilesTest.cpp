@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -67,14 +68,16 @@ void WriteAndClose(IFileSystem& files, std::u16string_view path, std::string_vie
 
 TEST_P(FileServices, BuildAPathWithOneSeparatorWhereItIsNeeded)
 {
+    constexpr char16_t kSeparator = std::filesystem::path::preferred_separator;
+    const std::u16string added{u'/', u'a', kSeparator, u'b'};
     const struct
     {
         std::u16string_view folder;
         std::u16string_view name;
         std::u16string_view path;
     } cases[] = {
-        {u"/a", u"b", u"/a/b"}, {u"/a/", u"b", u"/a/b"}, {u"/a", u"/b", u"/a/b"}, {u"/a", u"", u"/a"},
-        {u"/a/", u"", u"/a/"},  {u"/", u"b", u"/b"},     {u"", u"b", u"b"},       {u"", u"", u""},
+        {u"/a", u"b", added},  {u"/a/", u"b", u"/a/b"}, {u"/a", u"/b", u"/a/b"}, {u"/a", u"", u"/a"},
+        {u"/a/", u"", u"/a/"}, {u"/", u"b", u"/b"},     {u"", u"b", u"b"},       {u"", u"", u""},
     };
     for (const auto& entry : cases)
         EXPECT_EQ(Files().BuildPath(entry.folder, entry.name), entry.path);

@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
+#include <cstddef>
 #include <limits>
 #include <new>
-#include <vector>
 
 namespace KestrinProductEditor {
 
@@ -34,15 +33,6 @@ TEST(LargeBlock, IsZeroedAndWritableToItsLastByte)
             EXPECT_EQ(block[at], 0) << size << ' ' << at;
         for (const std::size_t at : places)
             block[at] = 'x';
-    }
-}
-
-TEST(LargeBlock, OfFourMegabytesLiesAtALargePage)
-{
-    std::vector<LargeBlock> blocks;
-    for (std::size_t i = 0; i < 8; ++i) {
-        blocks.push_back(AllocateLargeBlock(4 * kMegabyte + i * 4097));
-        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(blocks.back().get()) % (2 * kMegabyte), 0u);
     }
 }
 

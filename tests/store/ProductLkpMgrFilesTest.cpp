@@ -68,7 +68,7 @@ TEST_F(StoreFiles, RefuseACatalogueThatIsAFolder)
 TEST_F(StoreFiles, RefuseAMissingFolder)
 {
     m_config->values[u"DBSubdirName"] = u"absent";
-    ExpectCannotOpen(76, "absent/corvprd2.cpd");
+    ExpectCannotOpen(76, ToUtf8(FileSystem().BuildPath(u"absent", u"corvprd2.cpd")));
     EXPECT_FALSE(std::filesystem::exists(m_folder.Path() / "absent"));
 }
 
@@ -76,7 +76,7 @@ TEST_F(StoreFiles, RefuseAFolderThatIsAFile)
 {
     m_folder.Write("file", "x");
     m_config->values[u"DBSubdirName"] = u"file";
-    ExpectCannotOpen(76, "file/corvprd2.cpd");
+    ExpectCannotOpen(76, ToUtf8(FileSystem().BuildPath(u"file", u"corvprd2.cpd")));
     EXPECT_EQ(m_folder.Read("file"), "x");
 }
 
@@ -104,8 +104,8 @@ TEST_F(StoreFiles, NameTheFileAndTheReasonWhenTheyRefuseIt)
     const auto error = ErrorOf([] { static_cast<void>(Open()); });
     ASSERT_TRUE(error);
     EXPECT_THAT(ToUtf8(error->Description()),
-                testing::MatchesRegex(
-                    "cannot read '.*/db/corvprd2\\.cpd' as a product catalogue: at byte [0-9]+: .+"));
+                testing::StartsWith("cannot read '" + ToUtf8(CataloguePath()) +
+                                    "' as a product catalogue: at byte 0: this is no catalogue file"));
 }
 
 TEST_F(StoreFiles, RefuseACatalogueCutOffAnywhere)
@@ -227,17 +227,6 @@ TEST_F(StoreFiles, KeepWhatWasWrittenWhenTheDiskFillsUpDuringACsvExport)
     EXPECT_THAT(m_folder.Names(), ElementsAre("db", "out.csv"));
     EXPECT_EQ(CatalogueBytes(), catalogue);
     EXPECT_EQ(store->Count(), 40);
-}
-
-TEST_F(StoreFiles, FollowALinkWhenTheySave)
-{
-    m_folder.Write("real.cpd", CatalogueFileOf(SomeRows(1, "")));
-    std::filesystem::create_symlink("../real.cpd", m_database / "corvprd2.cpd");
-    auto store = Open();
-    AddNames(*store, {"Zip"});
-    store.reset();
-    EXPECT_TRUE(std::filesystem::is_symlink(m_database / "corvprd2.cpd"));
-    EXPECT_EQ(SavedRows().size(), 2U);
 }
 
 TEST_F(StoreFiles, KeepTextsOfTwoByteCharactersOfFullLength)

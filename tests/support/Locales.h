@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <map>
-#include <optional>
+#include <memory>
 #include <span>
 #include <string>
 
 namespace KestrinProductEditor {
 
-/// The names of the locales that tools/make-locales makes. Tests rely on them.
+/// The names of the locales that tests rely on. On Linux tools/make-locales makes them.
 [[nodiscard]] std::span<const char* const> TestLocaleNames();
 
-/// Whether the system has the locale `name`.
+/// Whether there is the locale `name`.
 [[nodiscard]] bool LocaleExists(const std::string& name);
 
 /// The variables that name the locale; an empty one is not set.
@@ -24,8 +23,10 @@ struct LocaleVariables
     std::string lang = {};
 };
 
-/// Sets the process's locale variables until the end of the scope. Those that are not given are unset, so
-/// that nothing of the machine that runs the tests comes through.
+/// Puts the process into a locale until the end of the scope, of which nothing depends on the machine that
+/// runs the tests. On Linux these are the process's variables. On Windows no process can change its locale:
+/// there the user's locale of this thread is one of fixed conventions, and the locale's character set is the
+/// code page unless a test has set another.
 class ScopedLocaleVariables
 {
 public:
@@ -37,7 +38,9 @@ public:
     ~ScopedLocaleVariables();
 
 private:
-    std::map<std::string, std::optional<std::string>> m_previous;
+    class Scope;
+
+    std::unique_ptr<Scope> m_scope;
 };
 
 } // namespace KestrinProductEditor

@@ -124,8 +124,8 @@ protected:
     std::shared_ptr<RecordingTrace> m_trace = std::make_shared<RecordingTrace>();
 
 private:
-    ScopedLocaleVariables m_locale;
     ScopedVariable m_codePage{"KSTNEDIT_CODEPAGE", std::nullopt};
+    ScopedLocaleVariables m_locale;
     ScopedTrace m_scopedTrace;
 };
 

@@ -35,7 +35,7 @@ constexpr std::array kLocales = {
 MoneyLayout LayoutOf(const char* locale)
 {
     const ScopedLocaleVariables variables(locale);
-    return PlatformUserLocale().Money();
+    return UserLocale().Money();
 }
 
 struct Amount
@@ -847,7 +847,7 @@ TEST(ParseCurrencyText, ReadsWhatFormatCurrencyTextShows)
     for (const char* const name : kLocales) {
         SCOPED_TRACE(name);
         const ScopedLocaleVariables variables(name);
-        const MoneyLayout layout = PlatformUserLocale().Money();
+        const MoneyLayout layout = UserLocale().Money();
         for (const std::int64_t scaled : {0LL, 70000LL, 125000LL, 12345000LL, 42949672959900LL}) {
             const Currency amount = Currency::FromScaled(scaled);
             for (const bool showSymbol : {false, true}) {

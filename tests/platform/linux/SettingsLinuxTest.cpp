@@ -307,4 +307,82 @@ TEST_F(SettingsFileWithoutRights, YieldsDefaultsWhereItMayNotBeRead)
     EXPECT_EQ(AsOrdinaryUser([] { return SaveError() == kErrPermissionDenied ? 0 : 1; }), 0);
 }
 
+TEST_F(SettingsFile, KeepsEveryTextAsKey)
+{
+    const std::u16string texts[] = {
+        u"",
+        u" ",
+        u"  leading and trailing \t",
+        u"a=b=c",
+        u"=",
+        u"#",
+        u"# no comment",
+        u"; [section]",
+        u"back\\slash\\",
+        u"\\n\\u0041\\",
+        u"line\r\nbreaks\nof\revery kind\u2028\u0085",
+        std::u16string(u"a\0b", 3),
+        u"\u00E9\u20AC \u00A0\u4E2D",
+        u"\U0001F528 hammer",
+        std::u16string(u"lone \xD83D high"),
+        std::u16string(u"\xDD28"),
+        std::u16string(u"\xDD28\xD83D"),
+        std::u16string(u"\xDCC3\xDCA9 not a byte"),
+        u"\uFEFFmark",
+        u"\u007F\u001B[0m",
+        std::u16string(5000, u'x'),
+    };
+    for (const std::u16string& text : texts) {
+        Save(text, u"as key");
+        EXPECT_EQ(Get(text), u"as key");
+    }
+    for (const std::u16string& text : texts)
+        EXPECT_EQ(Get(text), u"as key");
+}
+
+TEST_F(SettingsFile, KeepsApplicationsAndSectionsApartWhateverTheirNames)
+{
+    const std::u16string names[] = {
+        u"",
+        u".",
+        u"..",
+        u"...",
+        u"%",
+        u"%2E",
+        u"%u00E9",
+        u"a/b",
+        u"a%2Fb",
+        u"/etc/passwd",
+        u"../../up",
+        u".hidden",
+        u"\u00E9\u4E2D",
+        u"new\nline",
+        std::u16string(u"\xDCE9"),
+        std::u16string(u"\xDCC3\xDCA9"),
+        u"a",
+        u"A",
+        std::u16string(300, u'n'),
+        std::u16string(300, u'n') + u"2",
+        std::u16string(200, u'\u4E2D'),
+    };
+    for (const std::u16string& name : names) {
+        PlatformSettings().SaveSetting(name, u"Prefs", u"key", u"application " + name);
+        PlatformSettings().SaveSetting(u"Salvo", name, u"key", u"section " + name);
+    }
+    for (const std::u16string& name : names) {
+        EXPECT_EQ(PlatformSettings().GetSetting(name, u"Prefs", u"key", u""), u"application " + name);
+        EXPECT_EQ(PlatformSettings().GetSetting(u"Salvo", name, u"key", u""), u"section " + name);
+    }
+}
+
+TEST_F(SettingsFile, TellsKeysApartLetterByLetter)
+{
+    Save(u"key", u"small");
+    Save(u"Key", u"large");
+    Save(u" key", u"blank");
+    EXPECT_EQ(Get(u"key"), u"small");
+    EXPECT_EQ(Get(u"Key"), u"large");
+    EXPECT_EQ(Get(u" key"), u"blank");
+}
+
 } // namespace KestrinProductEditor

@@ -187,4 +187,15 @@ TEST_F(StoreOnLinux, HasTheOldCatalogueOrTheNewOneWheneverASaveIsKilled)
     EXPECT_THAT(DatabaseNames(), ElementsAre("corvprd2.cpd"));
 }
 
+TEST_F(StoreOnLinux, FollowsALinkWhenItSaves)
+{
+    m_folder.Write("real.cpd", CatalogueFileOf({{.rowID = 1, .name = "Anchor"}}));
+    std::filesystem::create_symlink("../real.cpd", m_database / "corvprd2.cpd");
+    auto store = Open();
+    AddNames(*store, {"Zip"});
+    store.reset();
+    EXPECT_TRUE(std::filesystem::is_symlink(m_database / "corvprd2.cpd"));
+    EXPECT_EQ(SavedRows().size(), 2U);
+}
+
 } // namespace KestrinProductEditor
