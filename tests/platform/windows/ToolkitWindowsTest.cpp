@@ -1,19 +1,85 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ui/PlatformToolkit.h"
+#include "platform/ui/Toolkit.h"
 
 #include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+
 namespace KestrinProductEditor {
 
-TEST(ToolkitWindows, SaysThatThereAreNoWindows)
+namespace {
+
+/// Waits for the message with that title, reads its text and clicks its button.
+std::wstring AnswerMessage(const wchar_t* title, int button)
 {
-    const auto error = ErrorOf([] { static_cast<void>(PlatformToolkit()); });
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->Number(), kErrActionNotSupported);
-    EXPECT_NE(error->Description().find(u"built without windows"), std::u16string::npos);
-    EXPECT_EQ(LoadedPlatformToolkit(), nullptr);
+    for (;;) {
+        const HWND box = FindWindowW(L"#32770", title);
+        const HWND choice = box == nullptr ? nullptr : GetDlgItem(box, button);
+        if (choice == nullptr) {
+            Sleep(1);
+            continue;
+        }
+        constexpr int kText = 0xFFFF;
+        wchar_t text[256] = L"";
+        GetDlgItemTextW(box, kText, text, 256);
+        PostMessageW(choice, BM_CLICK, 0, 0);
+        return text;
+    }
+}
+
+} // namespace
+
+TEST(ToolkitWindows, RefusesFormsWithAReason)
+{
+    std::thread([] {
+        const auto error =
+            ErrorOf([] { static_cast<void>(PlatformToolkit().CreateForm(u"frmProductEditor")); });
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->Number(), kErrActionNotSupported);
+        EXPECT_NE(error->Description().find(u"built without windows"), std::u16string::npos);
+    }).join();
+}
+
+TEST(ToolkitWindows, IsInUseOnAThreadThatAskedForIt)
+{
+    std::thread([] {
+        EXPECT_EQ(LoadedPlatformToolkit(), nullptr);
+        IToolkit& toolkit = PlatformToolkit();
+        EXPECT_EQ(LoadedPlatformToolkit(), &toolkit);
+        std::thread([] { EXPECT_EQ(LoadedPlatformToolkit(), nullptr); }).join();
+    }).join();
+}
+
+TEST(ToolkitWindows, ShowsAMessageAndTellsTheAnswer)
+{
+    const struct
+    {
+        std::int32_t style;
+        int button;
+        MessageAnswer answer;
+    } cases[] = {
+        {kMessageExclamation, IDOK, MessageAnswer::Ok},
+        {kMessageYesNo, IDNO, MessageAnswer::No},
+        {kMessageYesNoCancel, IDYES, MessageAnswer::Yes},
+        {kMessageYesNoCancel, IDCANCEL, MessageAnswer::Cancel},
+    };
+    for (const auto& each : cases) {
+        std::atomic<MessageAnswer> answer = MessageAnswer::Ok;
+        std::thread shower([&] {
+            static_cast<void>(PlatformToolkit());
+            answer = MessageBoxes().Show(u"Sure?", each.style, u"kstnedit test message");
+        });
+        EXPECT_EQ(AnswerMessage(L"kstnedit test message", each.button), L"Sure?");
+        shower.join();
+        EXPECT_EQ(answer.load(), each.answer) << each.style;
+    }
 }
 
 } // namespace KestrinProductEditor
