@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "frame/Traced.h"
+
+#include <KestrinProductEditor/AutomationError.h>
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <cstdint>
+#include <utility>
+
+namespace KestrinProductEditor {
+
+/// The status under which the error `number` crosses to automation clients: 1 to 65535 are those of the
+/// control facility (13 is 800A000D), a negative number is a status already, and the component has no others.
+[[nodiscard]] HRESULT StatusOf(std::int32_t number) noexcept;
+
+/// The number that a status of another component's means here: that of the control facility, the usual number
+/// for a status that the platform has one for, else the status itself.
+[[nodiscard]] std::int32_t NumberOf(HRESULT status) noexcept;
+
+/// Leaves source and description to the caller of a method of `interfaceID`; returns the status.
+HRESULT Report(const AutomationError& error, REFIID interfaceID) noexcept;
+
+/// Raises what a call has left, when it failed: number, and source and description where it told them.
+void ThrowIfFailed(HRESULT status);
+
+/// The same, of what a late-bound call has told of its failure; takes hold of the texts.
+[[noreturn]] void ThrowException(EXCEPINFO& exception);
+
+/// Runs the body of a method of `interfaceID`: nothing but a status gets out.
+template<class Body>
+HRESULT Answer(REFIID interfaceID, Body&& body) noexcept
+{
+    try {
+        std::forward<Body>(body)();
+        return S_OK;
+    } catch (...) {
+        return Report(ErrorInFlight(), interfaceID);
+    }
+}
+
+} // namespace KestrinProductEditor
