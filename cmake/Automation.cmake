@@ -39,3 +39,6 @@ set_source_files_properties(${server_folder}/kstnedit.rc PROPERTIES
     INCLUDE_DIRECTORIES "${generated};${server_folder}"
     COMPILE_DEFINITIONS KSTNEDIT_VERSION_NUMBERS=${version_numbers}
     OBJECT_DEPENDS "${generated}/kstnedit.tlb;${server_folder}/kstnedit.manifest")
+
+include(cmake/ComManifest.cmake)
+include(cmake/WindowsPackage.cmake)
