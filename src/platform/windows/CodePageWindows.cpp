@@ -96,7 +96,7 @@ public:
             const bool isPair =
                 (wide[at] & 0xFC00) == 0xD800 && at + 1 < wide.size() && (wide[at + 1] & 0xFC00) == 0xDC00;
             const std::u16string_view character = std::u16string_view(wide).substr(at, isPair ? 2 : 1);
-            AppendCharacter(character, scratch);
+            PrvAppendCharacter(character, scratch);
             at += character.size();
         }
         return scratch;
@@ -112,7 +112,7 @@ public:
     }
 
 private:
-    void AppendCharacter(std::u16string_view character, std::string& out) const
+    void PrvAppendCharacter(std::u16string_view character, std::string& out) const
     {
         char bytes[8];
         const int count =

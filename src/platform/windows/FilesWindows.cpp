@@ -32,7 +32,7 @@ namespace {
 /// limit of 260 characters off.
 [[nodiscard]] std::wstring SystemPath(std::u16string_view path)
 {
-    const std::wstring given(path.begin(), path.end());
+    std::wstring given(path.begin(), path.end());
     std::wstring whole(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length =

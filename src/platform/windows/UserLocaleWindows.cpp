@@ -38,8 +38,7 @@ void ReadGrouping(std::u16string_view text, MoneyLayout& layout)
 {
     layout.grouping.clear();
     layout.lastGroupEnds = true;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char16_t unit = text[at];
+    for (const char16_t unit : text) {
         if (unit == u'0')
             layout.lastGroupEnds = false;
         else if (unit >= u'1' && unit <= u'9')

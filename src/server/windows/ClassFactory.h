@@ -30,6 +30,7 @@ public:
     explicit ClassFactory(const CreatableClass& creatable) noexcept : m_class(creatable) {}
     ClassFactory(const ClassFactory&) = delete;
     ClassFactory& operator=(const ClassFactory&) = delete;
+    virtual ~ClassFactory() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceID, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
@@ -39,8 +40,6 @@ public:
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override;
 
 private:
-    virtual ~ClassFactory() = default;
-
     const LivingObject m_living;
     const CreatableClass& m_class;
     std::atomic<ULONG> m_references = 1;

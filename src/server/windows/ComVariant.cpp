@@ -44,7 +44,7 @@ template<class Type>
 [[nodiscard]] Type Read(const void* place)
 {
     Type value;
-    std::memcpy(&value, place, sizeof(value));
+    std::memcpy(&value, place, sizeof(value)); // NOLINT(bugprone-sizeof-expression): of a pointer, itself
     return value;
 }
 

@@ -28,6 +28,7 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
 public:
     DualObject(const DualObject&) = delete;
     DualObject& operator=(const DualObject&) = delete;
+    virtual ~DualObject() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceID, void** object) override
     {
@@ -96,7 +97,6 @@ public:
 
 protected:
     explicit DualObject(REFCLSID classID) noexcept : m_classID(classID) {}
-    virtual ~DualObject() = default;
 
     /// The part of this object that answers `interfaceID`, not counted; null when none does.
     [[nodiscard]] virtual void* FindInterface(REFIID interfaceID) noexcept

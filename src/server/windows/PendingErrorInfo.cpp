@@ -4,11 +4,8 @@
 #include "server/windows/ComError.h"
 #include "server/windows/ComText.h"
 #include "server/windows/LivingObjects.h"
-#include "server/windows/OwnedObject.h"
 
 #include <KestrinProductEditor/HostComponents.h>
-
-#include <wrl/client.h>
 
 #include <array>
 #include <atomic>
@@ -18,16 +15,16 @@ namespace KestrinProductEditor {
 
 namespace {
 
-using Microsoft::WRL::ComPtr;
-
 constexpr std::array<const wchar_t*, 3> kMembers{L"Number", L"Source", L"Description"};
 
 class PendingErrorInfo final : public IErrorInfo, public IDispatch
 {
 public:
+    // NOLINTNEXTLINE(bugprone-throw-keyword-missing): it keeps the error
     explicit PendingErrorInfo(const AutomationError& error) : m_error(error) {}
     PendingErrorInfo(const PendingErrorInfo&) = delete;
     PendingErrorInfo& operator=(const PendingErrorInfo&) = delete;
+    virtual ~PendingErrorInfo() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceID, void** object) override
     {
@@ -110,8 +107,6 @@ public:
     }
 
 private:
-    virtual ~PendingErrorInfo() = default;
-
     [[nodiscard]] static HRESULT PrvGive(std::u16string_view text, BSTR* out) noexcept
     {
         *out =
@@ -128,10 +123,11 @@ private:
 
 PendingErrorScope::PendingErrorScope()
 {
-    ComPtr<IErrorInfo> info;
-    if (const AutomationError* const pending = PendingError())
-        info = Owned<IErrorInfo>(new PendingErrorInfo(*pending));
-    SetErrorInfo(0, info.Get());
+    const AutomationError* const pending = PendingError();
+    IErrorInfo* const info = pending == nullptr ? nullptr : new PendingErrorInfo(*pending);
+    SetErrorInfo(0, info);
+    if (info != nullptr)
+        info->Release();
 }
 
 PendingErrorScope::~PendingErrorScope()

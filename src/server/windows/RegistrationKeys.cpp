@@ -46,8 +46,9 @@ struct Library
         identifier = TextOf(attributes->guid);
         // Written as the system reads it: hexadecimal.
         std::array<wchar_t, 16> digits{};
-        swprintf(digits.data(), digits.size(), L"%x.%x", static_cast<unsigned>(attributes->wMajorVerNum),
-                 static_cast<unsigned>(attributes->wMinorVerNum));
+        static_cast<void>(swprintf(digits.data(), digits.size(), L"%x.%x",
+                                   static_cast<unsigned>(attributes->wMajorVerNum),
+                                   static_cast<unsigned>(attributes->wMinorVerNum)));
         version = digits.data();
         locale = std::to_wstring(attributes->lcid);
         // That it lies on a disk is told of the loaded library, not of the registered one.

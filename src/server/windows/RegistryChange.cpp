@@ -42,8 +42,8 @@ std::optional<std::wstring> RegistryText(HKEY top, const std::wstring& key, cons
 
 RegistryChange::~RegistryChange()
 {
-    for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
-        PrvTakeBack(*step);
+    for (; !m_steps.empty(); m_steps.pop_back())
+        PrvTakeBack(m_steps.back());
 }
 
 void RegistryChange::SetText(const std::wstring& key, const std::wstring& name, const std::wstring& text)
