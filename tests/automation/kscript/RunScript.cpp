@@ -62,7 +62,8 @@ public:
     ScriptSite(const ScriptSite&) = delete;
     ScriptSite& operator=(const ScriptSite&) = delete;
 
-    [[nodiscard]] bool HasFailed() const noexcept { return m_hasFailed; }
+    /// The latest error that a piece of the script did not catch; its caller may have.
+    [[nodiscard]] const std::u16string& LatestError() const noexcept { return m_latestError; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceID, void** object) override
     {
@@ -100,13 +101,13 @@ public:
     HRESULT STDMETHODCALLTYPE OnStateChange(SCRIPTSTATE) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnScriptError(IActiveScriptError* error) override
     {
-        m_hasFailed = true;
         try {
-            PrvPrint(*error);
+            m_latestError = PrvTextOf(*error);
         } catch (...) {
             return E_OUTOFMEMORY;
         }
-        return S_OK;
+        // Not settled here: who called that piece, an object that the script uses perhaps, is to hear of it.
+        return S_FALSE;
     }
     HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
@@ -114,7 +115,7 @@ public:
 private:
     virtual ~ScriptSite() = default;
 
-    void PrvPrint(IActiveScriptError& error) const
+    [[nodiscard]] std::u16string PrvTextOf(IActiveScriptError& error) const
     {
         Failure failure;
         error.GetExceptionInfo(&failure);
@@ -124,14 +125,14 @@ private:
         ULONG line = 0; // the first is 0
         LONG column = 0;
         error.GetSourcePosition(&context, &line, &column);
-        PrintLine(m_file + u'(' + Decimal(std::int64_t{line} + 1) + u"): " + Decimal(failure.Number()) +
-                  u": " + std::u16string(TextOf(failure.bstrSource)) + u": " +
-                  std::u16string(TextOf(failure.bstrDescription)));
+        return m_file + u'(' + Decimal(std::int64_t{line} + 1) + u"): " + Decimal(failure.Number()) + u": " +
+               std::u16string(TextOf(failure.bstrSource)) + u": " +
+               std::u16string(TextOf(failure.bstrDescription));
     }
 
     const std::u16string m_file;
     const ComPtr<IDispatch> m_globals;
-    bool m_hasFailed = false;
+    std::u16string m_latestError;
     std::atomic<ULONG> m_references = 1;
 };
 
@@ -164,11 +165,12 @@ public:
             status = m_engine->SetScriptSite(site);
         if (SUCCEEDED(status))
             status = m_engine->AddNamedItem(ScriptSite::kGlobals, SCRIPTITEM_GLOBALMEMBERS);
+        // Connected before, the script runs at once and its end is the call's.
+        if (SUCCEEDED(status))
+            status = m_engine->SetScriptState(SCRIPTSTATE_CONNECTED);
         if (SUCCEEDED(status))
             status = parser->ParseScriptText(reinterpret_cast<const wchar_t*>(text.c_str()), nullptr, nullptr,
                                              nullptr, 0, 0, 0, nullptr, &failure);
-        if (SUCCEEDED(status))
-            status = m_engine->SetScriptState(SCRIPTSTATE_CONNECTED);
         return status;
     }
 
@@ -187,9 +189,12 @@ ScriptEnd RunScript(const wchar_t* engineName, const std::u16string& file, const
         const ScopedEngine engine(engineName);
         status = engine.Run(site.Get(), text);
     }
-    if (FAILED(status) && !site->HasFailed())
+    if (SUCCEEDED(status))
+        return ScriptEnd::Well;
+    if (site->LatestError().empty())
         throw AutomationError(status);
-    return site->HasFailed() ? ScriptEnd::InError : ScriptEnd::Well;
+    PrintLine(site->LatestError());
+    return ScriptEnd::InError;
 }
 
 } // namespace KestrinProductEditor
