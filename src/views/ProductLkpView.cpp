@@ -62,7 +62,9 @@ public:
     {
         if (!m_objProductLkpMgr)
             m_objProductLkpMgr = ProductLkpMgr::Create();
-        ProductLkpMgr& store = *m_objProductLkpMgr;
+        // A host's trace may call Init in the middle of the walk.
+        const std::shared_ptr<ProductLkpMgr> kept = m_objProductLkpMgr;
+        ProductLkpMgr& store = *kept;
         const bool isBeforeFirst = store.BOF();
         const bool isAfterLast = store.EOF();
         if (!isBeforeFirst || !isAfterLast)

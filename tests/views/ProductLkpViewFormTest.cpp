@@ -145,6 +145,23 @@ TEST_F(ProductLkpViewForm, RefusesToRefreshWhileItIsBound)
     EXPECT_EQ(Grid().CellText(1, 0), u"Clamp");
 }
 
+TEST_F(ProductLkpViewForm, StandsWhenATraceBindsItWhileItRefreshes)
+{
+    WriteThreeProducts();
+    const auto view = ProductLkpView::Create();
+    m_trace->onCall = [&](const std::string& call) {
+        if (call != "enter KestrinProductMgr.ProductLkpMgr::MoveNext")
+            return;
+        m_trace->onCall = nullptr;
+        view->Init();
+    };
+    EXPECT_EQ(ErrorNumberOf([&] { view->Refresh(); }), kErrActionNotSupported);
+    EXPECT_EQ(m_trace->onCall, nullptr);
+    EXPECT_EQ(Grid().Rows(), 4);
+    EXPECT_EQ(Grid().CellText(1, 0), u"Anchor");
+    EXPECT_EQ(view->GetDataSource()->Count(), 3);
+}
+
 TEST_F(ProductLkpViewForm, PassesOnWhatFailsInRefresh)
 {
     WriteCatalogue("no catalogue");
@@ -171,6 +188,18 @@ TEST_F(ProductLkpViewForm, SkipsWhatFailsInInit)
     WriteThreeProducts();
     view->Init();
     EXPECT_EQ(Grid().Rows(), 4);
+}
+
+TEST_F(ProductLkpViewForm, HasNoStoreWhenTheNextOneFails)
+{
+    WriteThreeProducts();
+    const auto view = ProductLkpView::Create();
+    view->Init();
+    view->GetDataSource()->CancelUpdate(true);
+    WriteCatalogue("no catalogue");
+    view->Init();
+    EXPECT_EQ(view->GetDataSource(), nullptr);
+    EXPECT_EQ(CellsOfGrid(), Cells{kHeader});
 }
 
 TEST_F(ProductLkpViewForm, KeepsStoreAndAdaptorWhenItIsUnbound)
