@@ -22,8 +22,8 @@ public:
     void Init(const std::shared_ptr<ProductLkpMgr>& objProductLkpMgr);
 
     /// Shows the dialog over the kept store, in front of the component's other windows, and returns when it
-    /// is closed. It lets go of the store first, so each Show needs an Init of its own; without one the
-    /// dialog opens and refuses to import. A failure inside an import is told by the dialog, never raised
+    /// is closed. It hands the store over to the dialog, so each Show needs an Init of its own; without one
+    /// the dialog opens and refuses to import. A failure inside an import is told by the dialog, never raised
     /// here.
     ///
     /// While the dialog imports it is the store's one progress receiver (ProductLkpMgr::SetNotifyCallback);
@@ -31,7 +31,7 @@ public:
     ///
     /// Error 445, with the reason in its description, where no window can be shown: the library of windows
     /// (Qt's, on Linux) is not installed, there is no display, or the thread is not the one that windows
-    /// belong to.
+    /// belong to. The store is kept for the next Show then.
     void Show();
 
 private:

@@ -9,9 +9,9 @@
 
 namespace KestrinProductEditor {
 
-/// Asks for a CSV file, beginning at `current` or, when that is empty, in the user's documents folder.
+/// Asks for a CSV file, beginning at `start` or, when that is empty, in the user's documents folder.
 /// Nothing when the dialog was cancelled.
 [[nodiscard]] std::optional<std::u16string> ChooseCsvFile(FileDialog::Kind kind, std::u16string_view title,
-                                                          std::u16string_view current);
+                                                          std::u16string_view start);
 
 } // namespace KestrinProductEditor

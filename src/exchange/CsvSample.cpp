@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/CsvSample.h"
 
+#include "exchange/OrdinaryFile.h"
 #include "exchange/csv/CsvLineReader.h"
 #include "platform/CodePage.h"
-#include "platform/FileKind.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace KestrinProductEditor {
 
@@ -20,6 +22,33 @@ namespace {
 constexpr std::size_t kMostLines = 5;
 /// A line of commas alone must not become as many rows of a list.
 constexpr std::size_t kMostColumns = 10'000;
+
+/// The lines of a sample are much shorter than this; a disk image or a file without line ends is not.
+constexpr std::size_t kMostBytes = std::size_t{4} << 20;
+
+/// A file that is no list of lines must not be taken into memory whole in search of the end of its first one.
+class HeadOfFile final : public IReadStream
+{
+public:
+    explicit HeadOfFile(std::u16string_view path) : m_file(FileSystem().OpenForReading(path)) {}
+
+    [[nodiscard]] std::uint64_t Size() const override { return m_file->Size(); }
+
+    [[nodiscard]] std::size_t Read(char* buffer, std::size_t size) override
+    {
+        if (m_count > kMostBytes)
+            throw AutomationError(kErrInvalidFileFormat, {},
+                                  AutomationError::TextOf(kErrInvalidFileFormat) +
+                                      u": the first lines are too long");
+        const std::size_t count = m_file->Read(buffer, size);
+        m_count += count;
+        return count;
+    }
+
+private:
+    std::unique_ptr<IReadStream> m_file;
+    std::size_t m_count = 0;
+};
 
 [[nodiscard]] std::u16string WithoutOuterBlanks(std::u16string_view text)
 {
@@ -35,9 +64,11 @@ constexpr std::size_t kMostColumns = 10'000;
     std::string columnScratch;
     std::string scratch;
     const std::size_t count = std::min(reader.Columns().Count(), kMostColumns);
-    for (std::size_t column = 0; column < count; ++column)
-        cells.push_back(WithoutOuterBlanks(
-            ToUtf16(reader.Decode(reader.Columns().Column(column, columnScratch), scratch))));
+    for (std::size_t column = 0; column < count; ++column) {
+        std::u16string cell = ToUtf16(reader.Decode(reader.Columns().Column(column, columnScratch), scratch));
+        cells.push_back(reader.Columns().BeginsWithQuote(column) ? std::move(cell)
+                                                                 : WithoutOuterBlanks(cell));
+    }
     return cells;
 }
 
@@ -52,14 +83,10 @@ constexpr std::size_t kMostColumns = 10'000;
 
 CsvSample ReadCsvSample(std::u16string_view path, FirstLine firstLine)
 {
-    // A pipe would keep the window waiting for its writer, and a device need not have an end.
-    if (!IsRereadable(path))
-        throw AutomationError(kErrPathFileAccess, {},
-                              AutomationError::TextOf(kErrPathFileAccess) + u": '" + std::u16string(path) +
-                                  u"' is no ordinary file");
-    const std::unique_ptr<IReadStream> stream = FileSystem().OpenForReading(path);
+    RequireOrdinaryFile(path);
+    HeadOfFile stream(path);
     const std::shared_ptr<const CodePage> codePage = CodePage::System();
-    CsvLineReader reader(*stream, *codePage);
+    CsvLineReader reader(stream, *codePage);
     reader.KeepColumns(kMostColumns);
 
     CsvSample sample;

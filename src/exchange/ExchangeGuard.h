@@ -6,6 +6,8 @@
 
 #include "platform/ui/Form.h"
 
+#include <cmath>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -38,7 +40,8 @@ private:
     IProgressBar& m_bar;
 };
 
-/// Shows how far it has come, from 0 to 1; a hidden bar appears. Returns the whole percent.
+/// Shows how far it has come, from 0 to 1; a hidden bar appears. Returns the percent, rounded to a whole one:
+/// in fractions 29 / 100 * 100 is a little less than 29.
 inline std::int32_t ShowProgress(IProgressBar& bar, double fraction)
 {
     constexpr std::int32_t kWhole = 100;
@@ -46,7 +49,7 @@ inline std::int32_t ShowProgress(IProgressBar& bar, double fraction)
         bar.SetVisible(true);
     const double percent = fraction * kWhole;
     const std::int32_t value = percent >= kWhole ? kWhole
-                               : percent > 0     ? static_cast<std::int32_t>(percent)
+                               : percent > 0     ? static_cast<std::int32_t>(std::lrint(percent))
                                                  : 0;
     bar.SetValue(value);
     return value;

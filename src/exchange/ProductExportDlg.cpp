@@ -27,10 +27,9 @@ void ProductExportDlg::Show()
 {
     const auto self = shared_from_this();
     Traced(ErrorContext::ProductExportDlg_Show, [this] {
-        std::shared_ptr<ProductLkpMgr> store = std::exchange(m_objProductLkpMgr, nullptr);
         const ShownForm shown(m_frmExport);
         m_frmExport->Load();
-        m_frmExport->Init(std::move(store));
+        m_frmExport->Init(std::exchange(m_objProductLkpMgr, nullptr));
         m_frmExport->ShowModal();
     });
 }

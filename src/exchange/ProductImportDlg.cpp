@@ -27,10 +27,9 @@ void ProductImportDlg::Show()
 {
     const auto self = shared_from_this();
     Traced(ErrorContext::ProductImportDlg_Show, [this] {
-        std::shared_ptr<ProductLkpMgr> store = std::exchange(m_objProductLkpMgr, nullptr);
         const ShownForm shown(m_frmImport);
         m_frmImport->Load();
-        m_frmImport->Init(std::move(store));
+        m_frmImport->Init(std::exchange(m_objProductLkpMgr, nullptr));
         m_frmImport->ShowModal();
     });
 }

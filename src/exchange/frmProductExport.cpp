@@ -3,6 +3,7 @@
 
 #include "exchange/CsvFileDialog.h"
 #include "exchange/ExchangeGuard.h"
+#include "exchange/OrdinaryFile.h"
 #include "frame/SkipFailure.h"
 #include "frame/Traced.h"
 #include "platform/Text.h"
@@ -49,9 +50,8 @@ void frmProductExport::ShowModal()
 
 std::optional<std::u16string> frmProductExport::PrvBrowseForExportFilePath()
 {
-    return Traced(ErrorContext::frmProductExport_PrvBrowseForExportFilePath, [&] {
-        return ChooseCsvFile(FileDialog::Kind::Save, u"Export products", m_txtExportFilePath.Text());
-    });
+    return Traced(ErrorContext::frmProductExport_PrvBrowseForExportFilePath,
+                  [&] { return ChooseCsvFile(FileDialog::Kind::Save, u"Export products", u""); });
 }
 
 void frmProductExport::ExportProducts()
@@ -65,6 +65,7 @@ void frmProductExport::ExportProducts()
         const std::shared_ptr<ProductLkpMgr> store = m_objProdLkpMgr;
         if (store == nullptr)
             throw AutomationError(kErrObjectNotSet);
+        RequireOrdinaryFile(path);
         {
             const ExchangeGuard guard(*store, std::static_pointer_cast<IProcessProgress>(shared_from_this()),
                                       *m_form, m_prgExport);

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/CsvSample.h"
 
+#include "platform/Text.h"
 #include "support/ErrorOf.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 
 namespace KestrinProductEditor {
@@ -58,6 +61,14 @@ TEST_F(CsvSampleTest, TakesBlanksFromTheEndsOfCells)
     EXPECT_THAT(Read("a,b,c\n  x y  ,   ,\t\n").lines, ElementsAre(ElementsAre(u"x y", u"", u"\t")));
 }
 
+TEST_F(CsvSampleTest, KeepsTheBlanksOfCellsThatBeginWithAQuote)
+{
+    EXPECT_THAT(Read("a,b\n\"  x  \", \" y\" \n").lines, ElementsAre(ElementsAre(u"  x  ", u"y")));
+    EXPECT_THAT(Read("a,b,c\n\" x\"\" \" ,\"  ,  \", \" \"\n").lines,
+                ElementsAre(ElementsAre(u" x  ", u"  ,  ", u"")));
+    EXPECT_THAT(Read("\" a \", b\n").columnNames, ElementsAre(u" a ", u"b"));
+}
+
 TEST_F(CsvSampleTest, IsEmptyForAnEmptyFile)
 {
     const CsvSample sample = Read("");
@@ -92,6 +103,24 @@ TEST_F(CsvSampleTest, ShowsNoMoreColumnsThanAListCanBear)
     const CsvSample sample = Read(line + line);
     EXPECT_THAT(sample.columnNames, SizeIs(10'000));
     EXPECT_THAT(sample.lines, ElementsAre(SizeIs(10'000)));
+}
+
+TEST_F(CsvSampleTest, RefusesAFileWithoutLineEndsBeforeItFillsTheMemory)
+{
+    m_folder.Write("image.csv", "");
+    std::filesystem::resize_file(m_folder.Path() / "image.csv", std::uintmax_t{1} << 26);
+    const auto error =
+        ErrorOf([&] { static_cast<void>(ReadCsvSample(m_folder.File("image.csv"), FirstLine::Titles)); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Number(), kErrInvalidFileFormat);
+    EXPECT_THAT(ToUtf8(error->Description()), testing::HasSubstr("too long"));
+}
+
+TEST_F(CsvSampleTest, TakesLongLines)
+{
+    const std::string note(500'000, 'n');
+    EXPECT_THAT(Read("Name,Note\nBolt," + note + "\nNut," + note + "\n").lines, SizeIs(2));
+    EXPECT_EQ(Read("Name,,Price\n").columnNames[1], u"");
 }
 
 } // namespace KestrinProductEditor

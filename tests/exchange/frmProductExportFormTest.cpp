@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/frmProductExport.h"
 
+#include "support/CapturingToolkit.h"
+#include "support/ErrorOf.h"
 #include "support/ExchangeFixture.h"
 #include "support/UserPlaces.h"
+#include "support/WatchedForms.h"
 
 #include <KestrinProductEditor/ProductExportDlg.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace KestrinProductEditor {
@@ -65,6 +71,7 @@ TEST_F(ProductExport, AsksWhereToWithAWarningBeforeAFileIsReplaced)
         m_user->WillChooseFile(std::nullopt);
         m_user->Click(u"cmdBrowse");
         EXPECT_EQ(m_user->TextOf(u"txtExportFilePath"), u"kept");
+        EXPECT_EQ(m_user->FileDialogs().back().start, ToUtf16(m_folder.Path().string()));
         Close();
     });
 }
@@ -96,16 +103,39 @@ TEST_F(ProductExport, ShowsItsProgressInPercent)
     form->Load();
     form->Init(m_store);
     m_user->AtNextForm([&] {
-        std::vector<std::string> captions;
-        for (const double fraction : {0.25, 0.5, 0.75, 1.0, 1.5}) {
+        for (const auto& [fraction, percent] :
+             {std::pair(0.0, 0), {0.004, 0}, {0.29, 29}, {0.456, 46}, {1.0, 100}, {1.5, 100}}) {
             form->Progress(Variant::ArrayWith(fraction));
             EXPECT_TRUE(m_user->IsShown(u"prgExport"));
-            captions.push_back(ToUtf8(m_user->TextOf(u"prgExport")));
+            EXPECT_EQ(m_user->ValueOf(u"prgExport"), percent);
+            EXPECT_EQ(ToUtf8(m_user->TextOf(u"prgExport")), std::to_string(percent) + "%");
         }
-        EXPECT_THAT(captions, ElementsAre("25%", "50%", "75%", "100%", "100%"));
         Close();
     });
     form->ShowModal();
+}
+
+TEST_F(ProductExport, ShowsThePercentReachedWithEachProduct)
+{
+    for (const int count : {1, 4, 100}) {
+        m_store->DeleteAll();
+        AddNames(*m_store, std::vector<std::string>(static_cast<std::size_t>(count), "Nut"));
+        std::vector<std::string> shown;
+        std::vector<std::string> expected;
+        for (int product = 1; product <= count; ++product) {
+            const std::string percent = std::to_string(100 * product / count);
+            expected.push_back(percent + " " + percent + "%");
+        }
+        const WatchedForms forms(m_user->Screen(), [&] {
+            shown.push_back(std::to_string(m_user->ValueOf(u"prgExport")) + " " +
+                            ToUtf8(m_user->TextOf(u"prgExport")));
+        });
+        Export([&] {
+            BrowseTo(m_folder.File("list.csv"));
+            PressExport();
+        });
+        EXPECT_EQ(shown, expected);
+    }
 }
 
 TEST_F(ProductExport, SaysAFailureInPlaceAndStaysOpen)
@@ -121,6 +151,20 @@ TEST_F(ProductExport, SaysAFailureInPlaceAndStaysOpen)
         PressExport();
     });
     EXPECT_EQ(m_folder.Read("list.csv"), kExported);
+    EXPECT_THAT(m_user->Messages(), IsEmpty());
+}
+
+TEST_F(ProductExport, DoesNotTakeThePlaceOfTheCatalogueAndSaysSo)
+{
+    const std::string before = CatalogueBytes();
+    Export([&] {
+        m_user->Type(CataloguePath());
+        PressExport();
+        EXPECT_EQ(m_user->TextOf(u"lblStatus"), u"The products could not be exported. "
+                                                u"The export would take the place of the catalogue itself.");
+        Close();
+    });
+    EXPECT_EQ(CatalogueBytes(), before);
     EXPECT_THAT(m_user->Messages(), IsEmpty());
 }
 
@@ -183,6 +227,45 @@ TEST_F(ProductExport, StaysUsableAfterATraceThatFails)
         EXPECT_EQ(m_folder.Read("list.csv"), kExported);
     }
     EXPECT_THAT(m_user->Messages(), IsEmpty());
+}
+
+TEST_F(ProductExport, NeedsAnInitForEachShow)
+{
+    const auto dialog = ProductExportDlg::Create();
+    dialog->Init(m_store);
+    const auto refuse = [&] {
+        BrowseTo(m_folder.File("list.csv"));
+        PressExport();
+        EXPECT_THAT(ToUtf8(m_user->TextOf(u"lblStatus")), HasSubstr("could not be exported"));
+        Close();
+    };
+    m_user->AtNextForm([&] {
+        m_user->AtNextForm(refuse);
+        dialog->Show();
+        Close();
+    });
+    dialog->Show();
+    m_user->AtNextForm(refuse);
+    dialog->Show();
+    const std::weak_ptr<ProductLkpMgr> watched = m_store;
+    m_store.reset();
+    EXPECT_TRUE(watched.expired());
+}
+
+TEST_F(ProductExport, StillHasTheStoreAfterAShowWithoutWindows)
+{
+    const auto dialog = ProductExportDlg::Create();
+    dialog->Init(m_store);
+    {
+        const NoWindows toolkit;
+        EXPECT_EQ(ErrorNumberOf([&] { dialog->Show(); }), kErrActionNotSupported);
+    }
+    m_user->AtNextForm([&] {
+        BrowseTo(m_folder.File("list.csv"));
+        PressExport();
+    });
+    dialog->Show();
+    EXPECT_EQ(m_folder.Read("list.csv"), kExported);
 }
 
 TEST_F(ProductExport, LeavesTheStoreWithoutAReceiver)

@@ -3,6 +3,7 @@
 
 #include "fake/FailingFileSystem.h"
 #include "platform/Files.h"
+#include "support/CapturingToolkit.h"
 #include "support/ErrorOf.h"
 #include "support/ExchangeFixture.h"
 #include "support/UserPlaces.h"
@@ -15,6 +16,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace KestrinProductEditor {
@@ -363,8 +365,13 @@ TEST_F(ProductImport, ShowsTheFractionAsAWholePercentage)
     form->Init(m_store);
     m_user->AtNextForm([&] {
         form->Progress(Variant::ArrayWith(0.456, 12));
+        EXPECT_EQ(m_user->ValueOf(u"prgImport"), 46);
         EXPECT_EQ(m_user->TextOf(u"prgImport"), u"12 products imported...");
         EXPECT_TRUE(m_user->IsShown(u"prgImport"));
+        for (const auto& [fraction, percent] : {std::pair(-1.0, 0), {0.0, 0}, {1.0, 100}, {1e300, 100}}) {
+            form->Progress(Variant::ArrayWith(fraction, 13));
+            EXPECT_EQ(m_user->ValueOf(u"prgImport"), percent) << fraction;
+        }
         m_user->Click(u"cmdCancel");
     });
     form->ShowModal();
@@ -409,6 +416,43 @@ TEST_F(ProductImport, NeedsAnInitForEachShow)
     m_user->AtNextForm([&] { Close(); });
     dialog->Show();
     EXPECT_TRUE(watched.expired());
+}
+
+TEST_F(ProductImport, HandsNoStoreToAShowInsideAShow)
+{
+    const auto dialog = ProductImportDlg::Create();
+    dialog->Init(m_store);
+    m_user->AtNextForm([&] {
+        m_user->AtNextForm([&] {
+            BrowseTo("list.csv", kList);
+            Choose(1, kName);
+            m_user->WillAnswer(MessageAnswer::Ok);
+            PressImport();
+            Close();
+        });
+        dialog->Show();
+        EXPECT_THAT(m_user->Messages(), ElementsAre(kNoImport));
+        Close();
+    });
+    dialog->Show();
+}
+
+TEST_F(ProductImport, StillHasTheStoreAfterAShowWithoutWindows)
+{
+    const auto dialog = ProductImportDlg::Create();
+    dialog->Init(m_store);
+    {
+        const NoWindows toolkit;
+        EXPECT_EQ(ErrorNumberOf([&] { dialog->Show(); }), kErrActionNotSupported);
+    }
+    m_user->AtNextForm([&] {
+        BrowseTo("list.csv", kList);
+        Choose(1, kName);
+        m_user->WillAnswer(MessageAnswer::Ok);
+        PressImport();
+    });
+    dialog->Show();
+    EXPECT_THAT(m_user->Messages(), ElementsAre(Summary(2, 0)));
 }
 
 TEST_F(ProductImport, TellsTheTraceOfImportPreviewAndLauncher)

@@ -579,6 +579,12 @@ std::u16string ScriptedUser::TextOf(std::u16string_view control) const
     return {};
 }
 
+std::int32_t ScriptedUser::ValueOf(std::u16string_view bar) const
+{
+    const auto* const target = PrvLookUp<IProgressBar>(bar);
+    return target == nullptr ? 0 : target->Value();
+}
+
 bool ScriptedUser::IsShown(std::u16string_view control) const
 {
     const auto* const target = PrvLookUp<IControl>(control);

@@ -59,6 +59,7 @@ public:
     [[nodiscard]] std::u16string Clipboard() const override { return m_clipboard; }
 
     [[nodiscard]] std::u16string TextOf(std::u16string_view control) const override;
+    [[nodiscard]] std::int32_t ValueOf(std::u16string_view bar) const override;
     [[nodiscard]] bool IsShown(std::u16string_view control) const override;
     [[nodiscard]] bool IsEnabled(std::u16string_view control) const override;
     [[nodiscard]] bool IsLocked(std::u16string_view box) const override;

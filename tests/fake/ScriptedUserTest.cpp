@@ -75,6 +75,7 @@ TEST_F(ScriptedUserFailures, WhatCannotBeReachedFailsAndHearsNothing)
         EXPECT_NONFATAL_FAILURE(m_user.Click(u"lblTip"), "no button");
         EXPECT_NONFATAL_FAILURE(m_user.Click(u"cmdUnknown"), "no such control");
         EXPECT_NONFATAL_FAILURE(m_user.ClickRow(u"txtNote", 1), "no such control");
+        EXPECT_NONFATAL_FAILURE((void)m_user.ValueOf(u"cmdNew"), "no such control");
         EXPECT_NONFATAL_FAILURE(m_user.ClickRow(u"flexGrid", 3), "no row 3");
         EXPECT_NONFATAL_FAILURE(m_user.DoubleClickRow(u"flexGrid", -1), "no row -1");
         EXPECT_NONFATAL_FAILURE(m_user.PickInCell(u"flexGrid", 1, 0, 1), "no entry 1");

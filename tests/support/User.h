@@ -121,6 +121,8 @@ public:
 
     /// The text of a box, the caption of anything else. Captions as they are read: "Save & Close".
     [[nodiscard]] virtual std::u16string TextOf(std::u16string_view control) const = 0;
+    /// How far a progress bar is filled, in percent.
+    [[nodiscard]] virtual std::int32_t ValueOf(std::u16string_view bar) const = 0;
     [[nodiscard]] virtual bool IsShown(std::u16string_view control) const = 0;
     [[nodiscard]] virtual bool IsEnabled(std::u16string_view control) const = 0;
     [[nodiscard]] virtual bool IsLocked(std::u16string_view box) const = 0;

@@ -90,13 +90,17 @@ void CsvColumns::PrvEnd(std::string_view line) noexcept
     }
 }
 
-std::string_view CsvColumns::Column(std::size_t index, std::string& scratch) const
+std::string_view CsvColumns::PrvPiece(std::size_t index) const
 {
     assert(index < m_count);
-    constexpr char kQuote = '"';
-
     const std::size_t begin = index == 0 ? 0 : m_ends[index - 1] + 1;
-    std::string_view column = m_line.substr(begin, m_ends[index] - begin);
+    return m_line.substr(begin, m_ends[index] - begin);
+}
+
+std::string_view CsvColumns::Column(std::size_t index, std::string& scratch) const
+{
+    constexpr char kQuote = '"';
+    std::string_view column = PrvPiece(index);
     if (!m_hasInnerQuotes) {
         if (column.starts_with(kQuote)) {
             column.remove_prefix(1);

@@ -32,6 +32,8 @@ public:
     /// Column `index`, from 0: a view of the line, or text in `scratch` where quotes inside had to go. A
     /// column that is not asked for costs nothing. Requires: index < Count(), and it is kept.
     [[nodiscard]] std::string_view Column(std::size_t index, std::string& scratch) const;
+    /// Whether a quote that is taken out stands at the very beginning of that column. Requires: as Column.
+    [[nodiscard]] bool BeginsWithQuote(std::size_t index) const { return PrvPiece(index).starts_with('"'); }
 
 private:
     friend class CsvLineReader; // takes the blocks of a line while it looks for the line's end
@@ -42,6 +44,8 @@ private:
     void PrvTake(const CsvBlock& block, std::uint64_t inLine, std::size_t offset);
     /// Requires: all blocks of `line` were taken.
     void PrvEnd(std::string_view line) noexcept;
+    /// The column as it stands in the line.
+    [[nodiscard]] std::string_view PrvPiece(std::size_t index) const;
 
     std::string_view m_line;
     std::vector<std::size_t> m_ends; // of the first m_count columns, as far as they are kept

@@ -137,6 +137,17 @@ TEST(CsvColumns, AQuoteInsideOneColumnLeavesTheOthersViews)
     EXPECT_EQ(columns.Column(0, scratch), "inside");
 }
 
+TEST(CsvColumns, TellWhichOfThemBeginWithAQuote)
+{
+    CsvColumns columns;
+    columns.Split(R"("a", "b",c"d",,"",""e"",",f"))");
+    std::vector<bool> quoted;
+    for (std::size_t index = 0; index < columns.Count(); ++index) {
+        quoted.push_back(columns.BeginsWithQuote(index));
+    }
+    EXPECT_EQ(quoted, (std::vector<bool>{true, false, false, false, true, true, true}));
+}
+
 TEST(CsvColumns, ForgetTheLineBefore)
 {
     CsvColumns columns;

@@ -741,6 +741,16 @@ std::u16string QtUser::TextOf(std::u16string_view control) const
     return PrvControls()->Label(control).Caption();
 }
 
+std::int32_t QtUser::ValueOf(std::u16string_view bar) const
+{
+    const auto* const widget = qobject_cast<const QProgressBar*>(PrvFind(bar));
+    if (widget == nullptr) {
+        Fail("ValueOf", bar, "there is no such bar");
+        return 0;
+    }
+    return widget->value();
+}
+
 bool QtUser::IsShown(std::u16string_view control) const
 {
     const QWidget* const widget = PrvFind(control);

@@ -1277,7 +1277,12 @@ TEST_F(ImportControlsContract, ABarShowsItsValueAndCaption)
     }
     bar.SetCaption(u"Importing R&D 50%");
     EXPECT_EQ(bar.Caption(), u"Importing R&D 50%");
-    Show([&] { EXPECT_EQ(User().TextOf(u"prgImport"), u"Importing R&D 50%"); });
+    Show([&] {
+        EXPECT_EQ(User().TextOf(u"prgImport"), u"Importing R&D 50%");
+        EXPECT_EQ(User().ValueOf(u"prgImport"), 100);
+        bar.SetValue(29);
+        EXPECT_EQ(User().ValueOf(u"prgImport"), 29);
+    });
 }
 
 TEST_F(ImportControlsContract, TabFollowsTheEye)
