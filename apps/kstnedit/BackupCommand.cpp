@@ -5,6 +5,7 @@
 #include "kstnedit/DisplayText.h"
 #include "kstnedit/Failure.h"
 #include "kstnedit/Paths.h"
+#include "platform/FileKind.h"
 
 #include <CLI/CLI.hpp>
 

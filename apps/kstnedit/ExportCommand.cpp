@@ -41,9 +41,6 @@ void ExportCommand::Declare(CLI::App& app)
 void ExportCommand::Execute(Console& console, EmbeddedHost& host)
 {
     const std::u16string path = PathFromNative(m_file);
-    if (AreSameFile(path, host.CataloguePath()))
-        throw CommandFailure("the export would take the place of the catalogue " + QuotedPath(path) +
-                             " itself. Name another file.");
     Catalogue catalogue(host, Catalogue::Folder::MustExist, Catalogue::File::MustExist);
     const std::int32_t count = catalogue.Store().Count();
     try {

@@ -25,7 +25,7 @@ std::string_view AdviceFor(std::int32_t number)
     case kErrPermissionDenied:
         return "Check the permissions of the file and of its folder, or choose another place.";
     case kErrPathFileAccess:
-        return "Name an ordinary file.";
+        return "Name another file.";
     case kErrPathNotFound:
         return "Check the name for a typing error, or create the folder first.";
     case kErrInvalidFileFormat:

@@ -24,21 +24,6 @@ std::string QuotedPath(std::u16string_view path)
     return "'" + ToUtf8(path) + "'";
 }
 
-bool AreSameFile(std::u16string_view left, std::u16string_view right)
-{
-    const std::filesystem::path leftPath = NativePath(left);
-    const std::filesystem::path rightPath = NativePath(right);
-    std::error_code error;
-    if (std::filesystem::equivalent(leftPath, rightPath, error))
-        return true;
-    const std::filesystem::path leftTarget = std::filesystem::weakly_canonical(leftPath, error);
-    if (error)
-        return false;
-    const std::filesystem::path rightTarget = std::filesystem::weakly_canonical(rightPath, error);
-    return !error &&
-           std::filesystem::absolute(leftTarget, error) == std::filesystem::absolute(rightTarget, error);
-}
-
 bool IsFolder(std::u16string_view path)
 {
     std::error_code error;

@@ -12,9 +12,6 @@ namespace KestrinProductEditor::CommandLine {
 /// The path between quotes, for a message (UTF-8).
 [[nodiscard]] std::string QuotedPath(std::u16string_view path);
 
-/// Whether both paths lead to one file, or would if it existed.
-[[nodiscard]] bool AreSameFile(std::u16string_view left, std::u16string_view right);
-
 [[nodiscard]] bool IsFolder(std::u16string_view path);
 /// Whether there is something at `path`, or it cannot be told.
 [[nodiscard]] bool MayExist(std::u16string_view path);

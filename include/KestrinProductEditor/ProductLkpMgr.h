@@ -101,7 +101,8 @@ public:
     /// Writes the catalogue as comma-separated text. `vParams`: an array whose element 0 is the path. The
     /// header line is "Name","PartNum","UnitPrice","Note"; then a line for each row in row order, every value
     /// in quotes, line breaks as ";", double quotes as "'", prices in the locale's form with two decimals.
-    /// The cursor stands after the last row then. Lines written before a failure stay in the file.
+    /// The cursor stands after the last row then. Lines written before a failure stay in the file. Error 75,
+    /// and nothing is written, for a path that leads to the catalogue file itself.
     void CSVProductExport(const Variant& vParams);
 
     /// Reads comma-separated text. `vParams`: an array of 0 the path, 1 the map (four Longs: the columns of

@@ -5,6 +5,7 @@
 #include "exchange/csv/CsvWriter.h"
 #include "exchange/csv/IRejectedLines.h"
 #include "frame/Traced.h"
+#include "platform/FileKind.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "platform/UserLocale.h"
@@ -133,6 +134,10 @@ void ProductLkpMgr::Impl::CSVProductExport(const Variant& vParams)
 {
     Traced(ErrorContext::ProductLkpMgr_CSVProductExport, [&] {
         const std::u16string path = modConversion::ToText(vParams.At(0));
+        if (AreSameFile(path, m_sFilePath))
+            throw AutomationError(kErrPathFileAccess,
+                                  std::u16string(TextOf(ErrorContext::ProductLkpMgr_CSVProductExport)),
+                                  u"The export would take the place of the catalogue itself.");
         const MoneyLayout money = LayoutIn(m_table.TextCodePage(), UserLocale().Money());
         const std::unique_ptr<IWriteStream> stream = FileSystem().CreateInPlace(path);
         CsvWriter writer(*stream, m_table.TextCodePage());

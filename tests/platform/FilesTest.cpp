@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Files.h"
+#include "platform/FileKind.h"
 
 #include "fake/FailingFileSystem.h"
 #include "fake/MemoryFiles.h"
+#include "platform/Text.h"
 #include "support/ErrorOf.h"
 #include "support/TemporaryFolder.h"
 
@@ -147,6 +149,31 @@ TEST_P(FileServices, RefuseToReadAFileThatIsNotThere)
 {
     EXPECT_EQ(ErrorNumberOf([&] { static_cast<void>(Files().OpenForReading(File("none"))); }),
               kErrFileNotFound);
+}
+
+TEST(FileKind, TellsOneFileUnderAnyOfItsNames)
+{
+    const TemporaryFolder folder;
+    folder.Write("a", "content");
+    folder.Write("b", "content");
+    std::filesystem::create_directory(folder.Path() / "sub");
+    std::filesystem::create_hard_link(folder.Path() / "a", folder.Path() / "second");
+    for (const std::u16string& name :
+         {folder.File("a"), folder.File("./a"), folder.File("sub/../a"), folder.File("second")}) {
+        EXPECT_TRUE(AreSameFile(name, folder.File("a"))) << ToUtf8(name);
+        EXPECT_TRUE(AreSameFile(folder.File("a"), name)) << ToUtf8(name);
+        EXPECT_FALSE(AreSameFile(name, folder.File("b"))) << ToUtf8(name);
+    }
+}
+
+TEST(FileKind, TellsAFileThatIsNotThereByItsPath)
+{
+    const TemporaryFolder folder;
+    folder.Write("a", "content");
+    EXPECT_TRUE(AreSameFile(folder.File("none"), folder.File("./none")));
+    EXPECT_FALSE(AreSameFile(folder.File("none"), folder.File("other")));
+    EXPECT_FALSE(AreSameFile(folder.File("none"), folder.File("a")));
+    EXPECT_FALSE(AreSameFile(u"", folder.File("a")));
 }
 
 TEST(FileSystem, IsThePlatformsOutsideOfAScope)

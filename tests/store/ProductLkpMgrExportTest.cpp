@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -179,6 +180,34 @@ TEST_F(StoreExport, FailsWhereThereIsNoFolder)
     EXPECT_EQ(ErrorNumberOf([&] { m_store->CSVProductExport(ExportParams(m_folder.File("no/out.csv"))); }),
               76);
     EXPECT_EQ(ErrorNumberOf([&] { m_store->CSVProductExport(ExportParams(m_folder.File("db"))); }), 75);
+}
+
+TEST_F(StoreExport, DoesNotTakeThePlaceOfTheCatalogue)
+{
+    AddNames(*m_store, {"Anchor"});
+    m_store.reset();
+    m_store = Open();
+    const std::string before = CatalogueBytes();
+    std::filesystem::create_hard_link(m_database / "corvprd2.cpd", m_folder.Path() / "second");
+    for (const std::u16string& path :
+         {CataloguePath(), m_folder.File("db/../db/corvprd2.cpd"), m_folder.File("second")}) {
+        m_trace->Forget();
+        const auto error = ErrorOf([&] { m_store->CSVProductExport(ExportParams(path)); });
+        ASSERT_TRUE(error) << ToUtf8(path);
+        EXPECT_EQ(error->Number(), kErrPathFileAccess);
+        EXPECT_EQ(error->Source(), ToUtf16(kContext));
+        EXPECT_EQ(error->Description(), u"The export would take the place of the catalogue itself.");
+        EXPECT_THAT(m_trace->Calls(), ElementsAre(std::string("enter ") + kContext, "error 75", "number 75"));
+        EXPECT_EQ(CatalogueBytes(), before);
+    }
+}
+
+TEST_F(StoreExport, DoesNotTakeThePlaceOfACatalogueThatIsStillToBeWritten)
+{
+    std::filesystem::remove(m_database / "corvprd2.cpd");
+    EXPECT_EQ(ErrorNumberOf([&] { m_store->CSVProductExport(ExportParams(CataloguePath())); }),
+              kErrPathFileAccess);
+    EXPECT_FALSE(CatalogueExists());
 }
 
 TEST_F(StoreExport, EndsWithTheErrorOfAReceiverAndKeepsTheLinesBefore)

@@ -12,10 +12,12 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <filesystem>
 #include <optional>
 #include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -509,6 +511,21 @@ bool IsRereadable(std::u16string_view path)
     if (stat(PathToNative(path).c_str(), &status) != 0)
         return true;
     return !S_ISFIFO(status.st_mode) && !S_ISSOCK(status.st_mode) && !S_ISCHR(status.st_mode);
+}
+
+bool AreSameFile(std::u16string_view left, std::u16string_view right)
+{
+    const std::filesystem::path leftPath = PathToNative(left);
+    const std::filesystem::path rightPath = PathToNative(right);
+    std::error_code error;
+    if (std::filesystem::equivalent(leftPath, rightPath, error))
+        return true;
+    const std::filesystem::path leftTarget = std::filesystem::weakly_canonical(leftPath, error);
+    if (error)
+        return false;
+    const std::filesystem::path rightTarget = std::filesystem::weakly_canonical(rightPath, error);
+    return !error &&
+           std::filesystem::absolute(leftTarget, error) == std::filesystem::absolute(rightTarget, error);
 }
 
 std::string PathToNative(std::u16string_view path)

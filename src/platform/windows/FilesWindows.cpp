@@ -386,6 +386,14 @@ private:
     return path;
 }
 
+/// To ask for no right at all is enough for questions, and starts nothing at the other end of a pipe.
+[[nodiscard]] FileHandle OpenToAskAbout(std::u16string_view path)
+{
+    return FileHandle(CreateFileW(SystemPath(path).c_str(), 0,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
 class WindowsFileSystem final : public IFileSystem
 {
 public:
@@ -474,11 +482,23 @@ IFileSystem& PlatformFileSystem()
 
 bool IsRereadable(std::u16string_view path)
 {
-    // To ask for no right at all is enough, and starts nothing at the other end of a pipe.
-    const FileHandle file(CreateFileW(SystemPath(path).c_str(), 0,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                      OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    const FileHandle file = OpenToAskAbout(path);
     return !file.IsOpen() || GetFileType(file.Get()) == FILE_TYPE_DISK;
+}
+
+bool AreSameFile(std::u16string_view left, std::u16string_view right)
+{
+    const FileHandle leftFile = OpenToAskAbout(left);
+    const FileHandle rightFile = OpenToAskAbout(right);
+    BY_HANDLE_FILE_INFORMATION leftInfo;
+    BY_HANDLE_FILE_INFORMATION rightInfo;
+    if (leftFile.IsOpen() && rightFile.IsOpen() && GetFileInformationByHandle(leftFile.Get(), &leftInfo) &&
+        GetFileInformationByHandle(rightFile.Get(), &rightInfo))
+        return leftInfo.dwVolumeSerialNumber == rightInfo.dwVolumeSerialNumber &&
+               leftInfo.nFileIndexHigh == rightInfo.nFileIndexHigh &&
+               leftInfo.nFileIndexLow == rightInfo.nFileIndexLow;
+    return CompareStringOrdinal(SystemPath(left).c_str(), -1, SystemPath(right).c_str(), -1, TRUE) ==
+           CSTR_EQUAL;
 }
 
 std::string PathToNative(std::u16string_view path)

@@ -44,7 +44,7 @@ TEST_F(ExportCommandTest, SaysWhatWhereAndWhatToDoWhenItFails)
     const Outcome ontoFolder = Run({"export", m_folder.Path().string()});
     EXPECT_EQ(ontoFolder.status, kFailed);
     EXPECT_THAT(ontoFolder.err, HasSubstr("the export to '" + m_folder.Path().string() + "' failed: "));
-    EXPECT_THAT(ontoFolder.err, HasSubstr("Name an ordinary file."));
+    EXPECT_THAT(ontoFolder.err, HasSubstr("Name another file."));
     const Outcome nowhere = Run({"export", PathOf("no/such/out.csv")});
     EXPECT_EQ(nowhere.status, kFailed);
     EXPECT_THAT(nowhere.err, HasSubstr("create the folder first"));
@@ -218,7 +218,7 @@ TEST_F(CheckCommandTest, MissesTheFile)
 {
     EXPECT_EQ(Run({"check"}).status, kFailed);
     EXPECT_THAT(Run({"check", PathOf("none")}).err, HasSubstr("Check the name for a typing error"));
-    EXPECT_THAT(Run({"check", m_folder.Path().string()}).err, HasSubstr("Name an ordinary file"));
+    EXPECT_THAT(Run({"check", m_folder.Path().string()}).err, HasSubstr("Name another file."));
     EXPECT_THAT(DatabaseNames(), IsEmpty());
 }
 

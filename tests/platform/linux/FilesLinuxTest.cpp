@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/FileKind.h"
 #include "platform/Files.h"
 
 #include "platform/Text.h"
@@ -199,7 +200,6 @@ TEST(LinuxFiles, ExistUnlessTheyAreFolders)
     const TemporaryFolder folder;
     folder.Write("a", "");
     std::filesystem::create_symlink("a", folder.Path() / "link");
-    std::filesystem::create_symlink("none", folder.Path() / "dangling");
     std::filesystem::create_symlink(".", folder.Path() / "folder");
     EXPECT_TRUE(Files().FileExists(folder.File("a")));
     EXPECT_TRUE(Files().FileExists(folder.File("link")));
@@ -372,6 +372,20 @@ TEST(LinuxFiles, RefuseToBeWrittenAfterClose)
         EXPECT_EQ(ErrorNumberOf([&] { stream->Write("more"); }), kErrBadFileName);
         EXPECT_EQ(folder.Read("a"), "content");
     }
+}
+
+TEST(LinuxFiles, AreTheSameBehindSymbolicLinksAndOnRelativePaths)
+{
+    const TemporaryFolder folder;
+    folder.Write("a", "content");
+    std::filesystem::create_directory_symlink(".", folder.Path() / "here");
+    std::filesystem::create_symlink("here/a", folder.Path() / "link");
+    std::filesystem::create_symlink("none", folder.Path() / "dangling");
+    EXPECT_TRUE(AreSameFile(folder.File("link"), folder.File("a")));
+    EXPECT_TRUE(AreSameFile(folder.File("here/a"), folder.File("link")));
+    EXPECT_TRUE(AreSameFile(std::filesystem::relative(folder.Path() / "a").u16string(), folder.File("a")));
+    EXPECT_TRUE(AreSameFile(folder.File("here/none"), folder.File("none")));
+    EXPECT_FALSE(AreSameFile(folder.File("link"), folder.File("none")));
 }
 
 TEST(LinuxReplacement, WritesItsTemporaryFileInTheTargetsFolder)

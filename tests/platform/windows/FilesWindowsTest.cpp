@@ -190,6 +190,15 @@ TEST_F(FilesWindows, AreRereadableUnlikeDevicesAndPipes)
     EXPECT_FALSE(IsRereadable(u"NUL"));
 }
 
+TEST_F(FilesWindows, AreTheSameInWhateverLetters)
+{
+    Replace(File(u"a"), "content");
+    Replace(File(u"b"), "content");
+    EXPECT_TRUE(AreSameFile(File(u"A"), File(u"a")));
+    EXPECT_TRUE(AreSameFile(File(u"NONE"), File(u"none")));
+    EXPECT_FALSE(AreSameFile(File(u"A"), File(u"b")));
+}
+
 TEST_F(FilesWindows, HavePathsThatSurviveTheWayToNativeBytes)
 {
     for (const std::u16string path : {u"C:\\a", u"\u4E2D\u0416 \U0001F528", u"\xD83D alone"})
