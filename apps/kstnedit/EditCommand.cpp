@@ -2,7 +2,7 @@
 #include "kstnedit/EditCommand.h"
 
 #include "editor/EditorStart.h"
-#include "kstnedit/Catalogue.h"
+#include "kstnedit/EditedCatalogue.h"
 #include "kstnedit/Failure.h"
 #include "kstnedit/Paths.h"
 #include "platform/FileKind.h"
@@ -29,14 +29,10 @@ void EditCommand::Declare(CLI::App& app)
 void EditCommand::Execute(Console& /*console*/, EmbeddedHost& host)
 {
     const std::u16string importFile = PrvImportFile();
-    {
-        // A window could only say that there is no list. A catalogue that is not there yet counts as empty.
-        const Catalogue look(host, Catalogue::Folder::MustExist);
-    }
-    ShowProductEditor(importFile);
-    if (const auto& failure = host.Trace().ReleaseFailure())
-        throw CommandFailure("the catalogue was not saved; it is as it was before: " +
-                             TextOfFailure({}, failure->number, failure->text));
+    EditedCatalogue catalogue(host);
+    catalogue.WarnWhenReadOnly();
+    ShowProductEditor(importFile, [&](ProductLkpMgr& store) { catalogue.BeforeRelease(store); });
+    catalogue.RequireSaved();
 }
 
 std::u16string EditCommand::PrvImportFile() const

@@ -4,6 +4,7 @@
 #include "kstnedit/Failure.h"
 #include "kstnedit/Paths.h"
 #include "kstnedit/Terminal.h"
+#include "platform/FileKind.h"
 #include "platform/Files.h"
 #include "platform/HostServices.h"
 

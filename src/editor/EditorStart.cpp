@@ -7,7 +7,8 @@
 
 namespace KestrinProductEditor {
 
-void ShowProductEditor(std::u16string_view importFile)
+void ShowProductEditor(std::u16string_view importFile,
+                       const std::function<void(ProductLkpMgr&)>& beforeRelease)
 {
     modInit::EnsureMain();
     Traced(ErrorContext::ProductEditorDlg_Show, [&] {
@@ -16,6 +17,8 @@ void ShowProductEditor(std::u16string_view importFile)
         editor.Init(Variant());
         editor.ImportWhenShown(importFile);
         editor.ShowModal();
+        if (beforeRelease && editor.Store() != nullptr)
+            beforeRelease(*editor.Store());
     });
 }
 

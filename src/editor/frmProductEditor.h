@@ -46,6 +46,8 @@ public:
     void ImportWhenShown(std::u16string_view path) { m_sImportFile = path; }
     /// Returns when the form is closed. What was typed is saved when the program ends meanwhile.
     void ShowModal();
+    /// The store that it writes the catalogue with when it goes; null when the catalogue could not be opened.
+    [[nodiscard]] ProductLkpMgr* Store() const noexcept { return m_objProdLkpMgr.get(); }
 
 private:
     // States and workflow

@@ -56,7 +56,7 @@ MessageAnswer QtMessageBox::Show(std::u16string_view text, std::int32_t style, s
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         if (careful == MessageAnswer::Cancel)
             box.addButton(QMessageBox::Cancel);
-        box.setDefaultButton(QMessageBox::Yes);
+        box.setDefaultButton((style & kMessageSecondDefault) != 0 ? QMessageBox::No : QMessageBox::Yes);
     }
     box.setEscapeButton(ButtonOf(careful));
     box.exec();

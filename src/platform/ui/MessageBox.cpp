@@ -41,7 +41,7 @@ public:
 
 MessageAnswer CarefulAnswer(std::int32_t style) noexcept
 {
-    switch (style) {
+    switch (style & ~kMessageSecondDefault) {
     case kMessageYesNoCancel:
         return MessageAnswer::Cancel;
     case kMessageYesNo:

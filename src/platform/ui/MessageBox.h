@@ -7,7 +7,7 @@
 namespace KestrinProductEditor {
 
 // The platform's style values that the component uses: an icon and a row of buttons. The first button is the
-// default.
+// default, unless kMessageSecondDefault is added.
 
 /// A question with Yes, No and Cancel.
 inline constexpr std::int32_t kMessageYesNoCancel = 35;
@@ -17,6 +17,9 @@ inline constexpr std::int32_t kMessageYesNo = 36;
 inline constexpr std::int32_t kMessageExclamation = 48;
 /// An information icon and an OK button only.
 inline constexpr std::int32_t kMessageInformation = 64;
+
+/// Added to a style: the second button is the default, where the first one takes something away.
+inline constexpr std::int32_t kMessageSecondDefault = 256;
 
 /// The platform's answer values.
 enum class MessageAnswer

@@ -2,6 +2,8 @@
 #include "apps/kstnedit/ProgramFixture.h"
 #include "fake/FailingFileSystem.h"
 #include "kstnedit/Failure.h"
+#include "kstnedit/Paths.h"
+#include "platform/Text.h"
 #include "support/CapturingToolkit.h"
 #include "support/User.h"
 
@@ -16,6 +18,15 @@ using testing::IsEmpty;
 class EditCommandTest : public ProgramFixture
 {
 protected:
+    /// Gives the first product the note "!".
+    void EditAnvil()
+    {
+        m_user->DoubleClickRow(u"flexGrid", 1);
+        m_user->Click(u"txtNote");
+        m_user->Type(u"!");
+        m_user->Click(u"cmdSaveEdit");
+    }
+
     std::unique_ptr<IUser> m_user = MakeUser();
 
 private:
@@ -155,13 +166,208 @@ TEST_F(EditCommandTest, SaysThatTheCatalogueWasNotSaved)
     FailingFileSystem failing(PlatformFileSystem());
     const ScopedFileSystem scope(failing);
     m_user->AtNextForm([&] {
+        EditAnvil();
         failing.FailAfterWriting(10);
         m_user->Click(u"cmdSaveClose");
     });
+    m_user->WillAnswer(MessageAnswer::Ok);
     const Outcome outcome = Run({"edit"});
     EXPECT_EQ(outcome.status, kFailed);
     EXPECT_THAT(outcome.err, HasSubstr("the catalogue was not saved; it is as it was before"));
     EXPECT_EQ(CatalogueBytes(), before);
+    ASSERT_EQ(m_user->Messages().size(), 1U);
+    EXPECT_EQ(m_user->Messages()[0].style, kMessageExclamation);
+    EXPECT_THAT(ToUtf8(m_user->Messages()[0].text), HasSubstr("The catalogue was not saved"));
+    EXPECT_THAT(ToUtf8(m_user->Messages()[0].text), HasSubstr("Free some space"));
+}
+
+TEST_F(EditCommandTest, WritesNothingWhenNothingWasChanged)
+{
+    WriteSmallCatalogue();
+    const FileStamp before = StampOf(CataloguePath());
+    for (const char16_t* const button : {u"cmdSaveClose", u"cmdCancel"}) {
+        m_user->AtNextForm([&] { m_user->Click(button); });
+        EXPECT_EQ(Run({"edit"}).status, kSucceeded);
+    }
+    EXPECT_EQ(StampOf(CataloguePath()), before);
+}
+
+TEST_F(EditCommandTest, LeavesWhatAnotherProgramHasSavedWhenNothingWasChanged)
+{
+    WriteSmallCatalogue();
+    m_user->AtNextForm([&] {
+        WriteCatalogue({{.rowID = 1, .name = "Chisel"}});
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(Run({"edit"}).status, kSucceeded);
+    EXPECT_THAT(SavedRows(), testing::ElementsAre(ProductRow{.rowID = 1, .name = "Chisel"}));
+    EXPECT_THAT(DatabaseNames(), testing::ElementsAre("corvprd2.cpd"));
+    EXPECT_THAT(m_user->Messages(), IsEmpty());
+}
+
+TEST_F(EditCommandTest, ReplacesWhatAnotherProgramHasSavedWhenTheUserSaysSo)
+{
+    WriteSmallCatalogue();
+    m_user->AtNextForm([&] {
+        EditAnvil();
+        WriteCatalogue({{.rowID = 1, .name = "Chisel"}});
+        m_user->Click(u"cmdSaveClose");
+    });
+    m_user->WillAnswer(MessageAnswer::Yes);
+    EXPECT_EQ(Run({"edit"}).status, kSucceeded);
+    EXPECT_EQ(SavedRows().at(0).name, "Anvil");
+    EXPECT_THAT(DatabaseNames(), testing::ElementsAre("corvprd2.cpd"));
+    ASSERT_EQ(m_user->Messages().size(), 1U);
+    EXPECT_EQ(m_user->Messages()[0].style, kMessageYesNo | kMessageSecondDefault);
+    EXPECT_THAT(ToUtf8(m_user->Messages()[0].text), HasSubstr("Another program has changed the catalogue"));
+}
+
+TEST_F(EditCommandTest, KeepsBothCataloguesWhenTheUserDoesNotSaySo)
+{
+    WriteSmallCatalogue();
+    m_folder.Write("db/corvprd2 (2).cpd", "somebody's");
+    m_user->AtNextForm([&] {
+        EditAnvil();
+        WriteCatalogue({{.rowID = 1, .name = "Chisel"}});
+        m_user->Click(u"cmdSaveClose");
+    });
+    m_user->WillEscape();
+    m_user->WillAnswer(MessageAnswer::Ok);
+    EXPECT_EQ(Run({"edit"}).status, kSucceeded);
+    EXPECT_THAT(SavedRows(), testing::ElementsAre(ProductRow{.rowID = 1, .name = "Chisel"}));
+    EXPECT_THAT(DatabaseNames(),
+                testing::ElementsAre("corvprd2 (2).cpd", "corvprd2 (3).cpd", "corvprd2.cpd"));
+    EXPECT_EQ(m_folder.Read("db/corvprd2 (2).cpd"), "somebody's");
+    ASSERT_EQ(m_user->Messages().size(), 2U);
+    EXPECT_EQ(m_user->Messages()[1].style, kMessageInformation);
+    EXPECT_THAT(ToUtf8(m_user->Messages()[1].text), HasSubstr((m_database / "corvprd2 (3).cpd").string()));
+    WriteCatalogue(m_folder.Read("db/corvprd2 (3).cpd"));
+    ASSERT_EQ(SavedRows().size(), 3U);
+    EXPECT_THAT(SavedRows()[0].note, testing::EndsWith("!"));
+}
+
+TEST_F(EditCommandTest, SaysWhenItCannotKeepBothCatalogues)
+{
+    WriteSmallCatalogue();
+    FailingFileSystem failing(PlatformFileSystem());
+    const ScopedFileSystem scope(failing);
+    m_user->AtNextForm([&] {
+        EditAnvil();
+        WriteCatalogue({{.rowID = 1, .name = "Chisel"}});
+        failing.FailAfterWriting(10);
+        m_user->Click(u"cmdSaveClose");
+    });
+    m_user->WillAnswer(MessageAnswer::No);
+    m_user->WillAnswer(MessageAnswer::Ok);
+    const Outcome outcome = Run({"edit"});
+    EXPECT_EQ(outcome.status, kFailed);
+    EXPECT_THAT(outcome.err, HasSubstr("the catalogue of this window was not saved in '"));
+    EXPECT_THAT(SavedRows(), testing::ElementsAre(ProductRow{.rowID = 1, .name = "Chisel"}));
+    EXPECT_EQ(m_user->Messages().back().style, kMessageExclamation);
+}
+
+TEST_F(EditCommandTest, SavesWithoutAQuestionWhereTheCatalogueHasVanished)
+{
+    WriteSmallCatalogue();
+    m_user->AtNextForm([&] {
+        EditAnvil();
+        std::filesystem::remove(m_database / "corvprd2.cpd");
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(Run({"edit"}).status, kSucceeded);
+    EXPECT_EQ(SavedRows().size(), 3U);
+    EXPECT_THAT(m_user->Messages(), IsEmpty());
+}
+
+TEST_F(EditCommandTest, AsksNothingWhenTheChangesAreGivenUpAnyway)
+{
+    WriteSmallCatalogue();
+    m_user->AtNextForm([&] {
+        EditAnvil();
+        WriteCatalogue({{.rowID = 1, .name = "Chisel"}});
+        m_user->WillAnswer(MessageAnswer::No);
+        m_user->Click(u"cmdCancel");
+    });
+    EXPECT_EQ(Run({"edit"}).status, kSucceeded);
+    EXPECT_EQ(m_user->Messages().size(), 1U);
+    EXPECT_THAT(SavedRows(), testing::ElementsAre(ProductRow{.rowID = 1, .name = "Chisel"}));
+    EXPECT_THAT(DatabaseNames(), testing::ElementsAre("corvprd2.cpd"));
+}
+
+/// A disk on which nothing is replaced.
+class ReadOnlyFiles final : public IFileSystem
+{
+public:
+    std::u16string BuildPath(std::u16string_view folder, std::u16string_view name) const override
+    {
+        return m_below.BuildPath(folder, name);
+    }
+    bool FileExists(std::u16string_view path) const override { return m_below.FileExists(path); }
+    std::unique_ptr<IReadStream> OpenForReading(std::u16string_view path) override
+    {
+        return m_below.OpenForReading(path);
+    }
+    std::unique_ptr<IWriteStream> CreateInPlace(std::u16string_view path) override
+    {
+        return m_below.CreateInPlace(path);
+    }
+    std::unique_ptr<IWriteStream> ReplaceFile(std::u16string_view /*path*/) override
+    {
+        throw AutomationError(kErrPermissionDenied, u"", u"Permission denied: the disk is read-only");
+    }
+
+private:
+    IFileSystem& m_below = PlatformFileSystem();
+};
+
+TEST_F(EditCommandTest, SaysFirstThatNothingCanBeSaved)
+{
+    WriteSmallCatalogue();
+    const std::string before = CatalogueBytes();
+    ReadOnlyFiles files;
+    const ScopedFileSystem scope(files);
+    m_user->WillAnswer(MessageAnswer::Ok);
+    m_user->AtNextForm([&] {
+        ASSERT_EQ(m_user->Messages().size(), 1U);
+        m_user->Click(u"cmdSaveClose");
+    });
+    const Outcome outcome = Run({"edit"});
+    EXPECT_EQ(outcome.status, kSucceeded) << testing::PrintToString(outcome);
+    ASSERT_EQ(m_user->Messages().size(), 1U);
+    EXPECT_EQ(m_user->Messages()[0].style, kMessageExclamation);
+    EXPECT_EQ(m_user->Messages()[0].title, u"Salvo");
+    const std::string text = ToUtf8(m_user->Messages()[0].text);
+    EXPECT_THAT(text, testing::StartsWith("The catalogue cannot be saved here: "));
+    EXPECT_THAT(text, HasSubstr("the disk is read-only"));
+    EXPECT_THAT(text, testing::EndsWith("changes will be lost."));
+    EXPECT_EQ(CatalogueBytes(), before);
+}
+
+TEST_F(EditCommandTest, FailsToSaveWhatWasChangedAgainstThatWarning)
+{
+    WriteSmallCatalogue();
+    const std::string before = CatalogueBytes();
+    ReadOnlyFiles files;
+    const ScopedFileSystem scope(files);
+    m_user->WillAnswer(MessageAnswer::Ok);
+    m_user->WillAnswer(MessageAnswer::Ok);
+    m_user->AtNextForm([&] {
+        EditAnvil();
+        m_user->Click(u"cmdSaveClose");
+    });
+    EXPECT_EQ(Run({"edit"}).status, kFailed);
+    EXPECT_EQ(m_user->Messages().size(), 2U);
+    EXPECT_EQ(CatalogueBytes(), before);
+}
+
+TEST_F(EditCommandTest, BeginsNoCatalogueWhereNoneCanBeSaved)
+{
+    ReadOnlyFiles files;
+    const ScopedFileSystem scope(files);
+    const Outcome outcome = Run({"edit"});
+    EXPECT_EQ(outcome.status, kFailed);
+    EXPECT_THAT(outcome.err, HasSubstr("the disk is read-only"));
+    EXPECT_THAT(m_user->OpenForms(), IsEmpty());
 }
 
 TEST_F(EditCommandTest, RemembersTheWidthsOfColumnsInTheUsersSettings)

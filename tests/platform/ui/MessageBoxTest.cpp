@@ -85,9 +85,10 @@ TEST(MessageBox, GivesTheCarefulAnswerOnStandardError)
     testing::internal::CaptureStderr();
     EXPECT_EQ(MessageBoxes().Show(u"a", kMessageYesNoCancel, u""), MessageAnswer::Cancel);
     EXPECT_EQ(MessageBoxes().Show(u"b", kMessageYesNo, u""), MessageAnswer::No);
-    EXPECT_EQ(MessageBoxes().Show(u"c", kMessageExclamation, u""), MessageAnswer::Ok);
-    EXPECT_EQ(MessageBoxes().Show(u"d", kMessageInformation, u""), MessageAnswer::Ok);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a\nb\nc\nd\n");
+    EXPECT_EQ(MessageBoxes().Show(u"c", kMessageYesNo | kMessageSecondDefault, u""), MessageAnswer::No);
+    EXPECT_EQ(MessageBoxes().Show(u"d", kMessageExclamation, u""), MessageAnswer::Ok);
+    EXPECT_EQ(MessageBoxes().Show(u"e", kMessageInformation, u""), MessageAnswer::Ok);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "a\nb\nc\nd\ne\n");
 }
 
 TEST(MessageBox, IsThatOfTheToolkitInUse)
