@@ -11,8 +11,10 @@
 #include <QDialog>
 #include <QDir>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QMimeData>
 #include <QScreen>
+#include <QStyle>
 #include <QUrl>
 #include <QWindow>
 
@@ -73,6 +75,31 @@ constexpr qint64 kFrame = 16;
     default:
         return false;
     }
+}
+
+/// Qt notes only in a window that is shown what became hidden behind a splitter; until then it takes room.
+void MeasureAnew(QWidget& window)
+{
+    const QList<QWidget*> children = window.findChildren<QWidget*>();
+    // From the inside outwards.
+    std::for_each(children.rbegin(), children.rend(), [](QWidget* child) {
+        if (QLayout* const layout = child->layout()) {
+            layout->invalidate();
+            layout->activate();
+        }
+        child->updateGeometry();
+    });
+    window.layout()->activate();
+}
+
+/// Where the inside of a window can lie. Nobody knows the frame of a window that is not shown yet; the style
+/// draws windows, too.
+[[nodiscard]] QRect RoomOn(const QScreen& screen, const QWidget& window)
+{
+    const QStyle& style = *window.style();
+    const int border = style.pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, &window);
+    const int title = style.pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    return screen.availableGeometry().adjusted(border, title, -border, -border);
 }
 
 } // namespace
@@ -276,15 +303,19 @@ void QtForm::PrvPlace(const QtForm* below)
                                                     Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
     m_window->setWindowModality(Qt::ApplicationModal);
     // The layout's size, more where fonts are large, and never more than the screen.
-    const QSize screen = m_window->screen()->availableSize();
-    m_window->resize(m_window->size().expandedTo(m_window->sizeHint()).boundedTo(screen));
+    MeasureAnew(*m_window);
+    const QRect room = RoomOn(*m_window->screen(), *m_window);
+    m_window->resize(m_window->size().expandedTo(m_window->sizeHint()).boundedTo(room.size()));
     if (below == nullptr)
         return;
     m_window->winId();
     m_window->windowHandle()->setTransientParent(below->m_window->windowHandle());
     QRect place = m_window->geometry();
     place.moveCenter(below->m_window->geometry().center());
-    m_window->move(place.topLeft());
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    place.moveTopLeft({std::max(place.left(), room.left()), std::max(place.top(), room.top())});
+    m_window->setGeometry(place);
 }
 
 bool QtForm::PrvCanClickDefault() const

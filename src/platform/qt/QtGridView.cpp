@@ -86,8 +86,7 @@ QtGridView::QtGridView(QWidget* parent) : QTableView(parent)
     header.viewport()->installEventFilter(this);
     connect(&header, &QHeaderView::sectionResized, this, [this](int col, int, int pixels) {
         // A width keeps its twips unless the user made it another one.
-        if (m_mirroring == 0 && m_listener && pixels > 0 &&
-            pixels != PixelsFromTwips(*this, static_cast<float>(m_grid->ColWidth(col))))
+        if (m_mirroring == 0 && m_listener && pixels > 0 && pixels != PrvPixelsOf(col))
             m_listener->Resized(col, static_cast<std::int32_t>(std::lround(TwipsFromPixels(*this, pixels))));
     });
     connect(&header, &QHeaderView::sectionDoubleClicked, this, [this] {
@@ -165,7 +164,7 @@ void QtGridView::ShowCells()
 void QtGridView::ShowColumn(std::int32_t col)
 {
     const Mirroring mirroring(*this);
-    const int pixels = PixelsFromTwips(*this, static_cast<float>(m_grid->ColWidth(col)));
+    const int pixels = PrvPixelsOf(col);
     const bool isHidden = m_grid->IsColHidden(col);
     if (isColumnHidden(col) != isHidden)
         setColumnHidden(col, isHidden);
@@ -633,6 +632,14 @@ void QtGridView::PrvMirrorSelection()
             selection.append(QItemSelectionRange(m_model->index(first, 0), m_model->index(last, lastCol)));
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+/// A column that has a width can be seen, and its border be taken hold of.
+int QtGridView::PrvPixelsOf(int col) const
+{
+    const std::int32_t twips = m_grid->ColWidth(col);
+    const int pixels = PixelsFromTwips(*this, static_cast<float>(twips));
+    return twips > 0 ? std::max(pixels, kSmallestColumn) : pixels;
 }
 
 bool QtGridView::PrvIsTypingName() const

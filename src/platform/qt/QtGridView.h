@@ -108,6 +108,7 @@ private:
     void PrvMirrorCurrentRow();
     void PrvMirrorSelection();
     void PrvTakeMode();
+    [[nodiscard]] int PrvPixelsOf(int col) const;
     [[nodiscard]] bool PrvIsTypingName() const;
     void PrvScrollToTopRow();
     void PrvFitRowHeight();

@@ -67,6 +67,11 @@ void QtKeys::Watch(QWidget& widget)
     widget.installEventFilter(this);
 }
 
+void QtKeys::OnlyShow(QAction& action)
+{
+    action.installEventFilter(this);
+}
+
 void QtKeys::Bind(Shortcut shortcut, IsReady isReady, Act act)
 {
     const auto modifiers = shortcut.control ? Qt::ControlModifier : Qt::NoModifier;
@@ -116,6 +121,8 @@ bool QtKeys::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
+    if (event->type() == QEvent::Shortcut && qobject_cast<QAction*>(watched) != nullptr)
+        return true;
     // Qt would click a tenth of a second later, behind keys that were pressed after this one.
     if (event->type() == QEvent::Shortcut && button != nullptr) {
         ClickButton(*button);

@@ -4,6 +4,7 @@
 #include "platform/ui/Shortcut.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QKeyEvent>
 #include <QObject>
 #include <QString>
@@ -30,6 +31,9 @@ public:
 
     /// Keys that arrive at the widget go through the bindings first.
     void Watch(QWidget& widget);
+    /// The action's own keys are only shown with it: they would act in an open menu, whatever the bindings
+    /// say.
+    void OnlyShow(QAction& action);
 
     void Bind(Shortcut shortcut, IsReady isReady, Act act);
     void BindEscape(IsReady isReady, Act act);

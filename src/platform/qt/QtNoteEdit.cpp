@@ -3,6 +3,9 @@
 
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QTextBlock>
 
 #include <algorithm>
@@ -87,6 +90,10 @@ void QtNoteEdit::SetLocked(bool bLocked)
 
 bool QtNoteEdit::event(QEvent* event)
 {
+    if (event->type() == QEvent::Paint) {
+        PrvPaintFrame();
+        return true;
+    }
     if (LeavesToWindow(*event))
         return true;
     bool isHandled = false;
@@ -203,6 +210,15 @@ void QtNoteEdit::PutText(const QString& text)
     PrvInsert(cursor, text);
     document()->setUndoRedoEnabled(true);
     moveCursor(QTextCursor::Start);
+}
+
+/// As that of a box of one line, which shows who has the focus; what is inside is the viewport's to paint.
+void QtNoteEdit::PrvPaintFrame()
+{
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_FrameLineEdit, &option, &painter, this);
 }
 
 void QtNoteEdit::PrvInsert(const QString& text)

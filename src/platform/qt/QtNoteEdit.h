@@ -40,6 +40,7 @@ protected:
     void PasteClipboard() override { paste(); }
 
 private:
+    void PrvPaintFrame();
     /// Puts a text in place of the selection, its line breaks as they are.
     void PrvInsert(const QString& text);
     static void PrvInsert(QTextCursor& cursor, const QString& text);

@@ -77,6 +77,7 @@ void QtToolBar::PrvAddItem(const Tool& tool)
     // For the menu to show it; the keys themselves are bound below, with their conditions.
     action->setShortcut(QKeySequence::fromString(key, QKeySequence::NativeText));
     action->setShortcutContext(Qt::WidgetShortcut);
+    m_keys.OnlyShow(*action);
     QObject::connect(action, &QAction::triggered, &m_focus, [this, id = tool.id] { ToolClick.Raise(id); });
 
     if (tool.beginsGroup)

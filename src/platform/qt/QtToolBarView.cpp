@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtToolBarView.h"
 
+#include "platform/qt/QtMenuBar.h"
+
 #include <QVBoxLayout>
 
 namespace KestrinProductEditor {
 
 QtToolBarView::QtToolBarView(QWidget* parent)
-    : QWidget(parent), m_menus(new QMenuBar(this)), m_buttons(new QToolBar(this))
+    : QWidget(parent), m_menus(new QtMenuBar(this)), m_buttons(new QToolBar(this))
 {
     // A desktop's own menu bar would belong to the host's window.
     m_menus->setNativeMenuBar(false);

@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -369,6 +370,54 @@ TEST(QtForms, ClickAButtonByItsMnemonicAtOnce)
     EXPECT_EQ(told, (std::vector<std::string>{"focus", "click", "end"}));
 }
 
+TEST(QtForms, LeaveTheKeysToAnOpenMenu)
+{
+    QtForm form(u"frmProductEditor");
+    SetEditorCaptions(form);
+    form.SetFirstFocus(form.Grid(u"flexGrid"));
+    std::vector<std::u16string> clicked;
+    int escapes = 0;
+    form.ToolBar(u"SSActiveToolBars1").ToolClick.Connect([&](std::u16string_view id) {
+        clicked.emplace_back(id);
+    });
+    form.Escape.Connect([&] { ++escapes; });
+    Soon([&] {
+        QCoreApplication::processEvents();
+        QTest::keyClick(form.Window().focusWidget(), Qt::Key_F, Qt::AltModifier);
+        QWidget* const menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        QTest::keyClick(menu, Qt::Key_I, Qt::ControlModifier);
+        QTest::keyClick(menu, Qt::Key_Delete);
+        EXPECT_EQ(QApplication::activePopupWidget(), menu);
+        QTest::keyClick(menu, Qt::Key_Escape);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        form.EndModal();
+    });
+    form.ShowModal();
+    EXPECT_EQ(clicked, (std::vector<std::u16string>{u"ID_File"}));
+    EXPECT_EQ(escapes, 0);
+}
+
+TEST(QtForms, GetTheFocusBackFromTheMenusWhicheverWereOpened)
+{
+    QtForm form(u"frmProductEditor");
+    SetEditorCaptions(form);
+    form.SetFirstFocus(form.Grid(u"flexGrid"));
+    Soon([&] {
+        QCoreApplication::processEvents();
+        QWidget* const list = form.Window().focusWidget();
+        for (const Qt::Key letter : {Qt::Key_F, Qt::Key_E}) {
+            QTest::keyClick(form.Window().focusWidget(), letter, Qt::AltModifier);
+            ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        }
+        QTest::keyClick(form.Window().focusWidget(), Qt::Key_Escape);
+        EXPECT_EQ(form.Window().focusWidget(), list);
+        form.EndModal();
+    });
+    form.ShowModal();
+}
+
 TEST(QtForms, SwallowForGoodWhatTheUserDoesWhileTheyAreBusy)
 {
     QtForm form(u"frmProductImport");
@@ -454,7 +503,27 @@ TEST(QtForms, StandInFrontOfTheFormThatOpenedThem)
     below.ShowModal();
 }
 
-TEST(QtForms, ShowMessagesAsPlainTextWithTheFirstButtonAsDefault)
+TEST(QtForms, StayOnTheScreenWhereverTheFormLiesThatOpenedThem)
+{
+    for (const QPoint corner : {QPoint(-850, -500), QPoint(780, 780)}) {
+        QtForm below(u"frmProductEditor");
+        QtForm inFront(u"frmProductExport");
+        Soon([&] {
+            below.Window().move(corner);
+            Soon([&] {
+                const QRect screen = inFront.Window().screen()->availableGeometry();
+                EXPECT_TRUE(screen.contains(inFront.Window().geometry())) << corner.x();
+                EXPECT_GT(inFront.Window().geometry().top(), screen.top()) << "no room for a title";
+                inFront.EndModal();
+            });
+            inFront.ShowModal();
+            below.EndModal();
+        });
+        below.ShowModal();
+    }
+}
+
+TEST(QtForms, ShowMessagesAsPlainTextWithTheirDefaultButton)
 {
     struct Case
     {
@@ -470,6 +539,8 @@ TEST(QtForms, ShowMessagesAsPlainTextWithTheFirstButtonAsDefault)
              MessageAnswer::Cancel},
         Case{kMessageYesNo, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes,
              MessageAnswer::No},
+        Case{kMessageYesNo | kMessageSecondDefault, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No,
+             QMessageBox::No, MessageAnswer::No},
         Case{kMessageExclamation, QMessageBox::Warning, QMessageBox::Ok, QMessageBox::Ok, MessageAnswer::Ok},
         Case{kMessageInformation, QMessageBox::Information, QMessageBox::Ok, QMessageBox::Ok,
              MessageAnswer::Ok},
@@ -491,7 +562,9 @@ TEST(QtForms, ShowMessagesAsPlainTextWithTheFirstButtonAsDefault)
         EXPECT_EQ(toolkit.Messages().Show(u"<b>12 & 3</b>\r\nmore", each.style, u"Salvo"), each.escape);
         Soon([] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
         EXPECT_EQ(toolkit.Messages().Show(u"Go on?", each.style, u"Salvo"),
-                  each.byDefault == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::Ok);
+                  each.byDefault == QMessageBox::Yes  ? MessageAnswer::Yes
+                  : each.byDefault == QMessageBox::No ? MessageAnswer::No
+                                                      : MessageAnswer::Ok);
     }
 }
 

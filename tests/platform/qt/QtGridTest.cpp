@@ -572,6 +572,19 @@ TEST_F(QtGrids, ReportOnlyTheWidthsThatAUserChanges)
     EXPECT_EQ(m_grid.ColWidth(2), kDefaultColWidth);
 }
 
+TEST_F(QtGrids, ShowEveryColumnThatHasAWidth)
+{
+    Bind(20);
+    for (const std::int32_t twips : {1, 7, 100}) {
+        m_grid.SetColWidth(0, twips);
+        Show();
+        EXPECT_EQ(m_view.columnWidth(0), m_view.horizontalHeader()->minimumSectionSize()) << twips;
+        EXPECT_EQ(m_grid.ColWidth(0), twips);
+    }
+    m_grid.SetColWidth(0, 0);
+    EXPECT_EQ(m_view.columnWidth(0), 0);
+}
+
 TEST_F(QtGrids, FitAColumnWhenItsBorderIsDoubleClicked)
 {
     m_grid.SetRows(3);

@@ -117,6 +117,21 @@ double Contrast(const QColor& one, const QColor& other)
 
 } // namespace
 
+TEST_F(QtTextBoxes, ShowTheFocusByTheSameFrame)
+{
+    const auto frameOf = [](QWidget& widget) {
+        QApplication::processEvents();
+        return widget.grab().toImage().pixelColor(0, widget.height() / 2);
+    };
+    m_edit.setFocus();
+    const QColor line = frameOf(m_line);
+    const QColor noteFocused = frameOf(m_edit);
+    m_line.setFocus();
+    EXPECT_EQ(frameOf(m_edit), line);
+    EXPECT_EQ(frameOf(m_line), noteFocused);
+    EXPECT_NE(line, noteFocused);
+}
+
 TEST_F(QtTextBoxes, GiveBackEveryTextAsItWasWritten)
 {
     const std::u16string texts[] = {
