@@ -113,6 +113,12 @@ void ThrowIfFailed(HRESULT status)
     throw ErrorOf(status, TextOf(source.Get()), TextOf(description.Get()));
 }
 
+void ThrowIfSystemFailed(HRESULT status)
+{
+    if (FAILED(status))
+        throw ErrorOf(status, {}, {});
+}
+
 void ThrowException(EXCEPINFO& exception)
 {
     if (exception.pfnDeferredFillIn != nullptr)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/Traced.h"
+#include "server/windows/LivingObjects.h"
 
 #include <KestrinProductEditor/AutomationError.h>
 
@@ -25,8 +26,12 @@ namespace KestrinProductEditor {
 /// Leaves source and description to the caller of a method of `interfaceID`; returns the status.
 HRESULT Report(const AutomationError& error, REFIID interfaceID) noexcept;
 
-/// Raises what a call has left, when it failed: number, and source and description where it told them.
+/// Raises what a call of another component has left, when it failed: number, and source and description where
+/// it told them.
 void ThrowIfFailed(HRESULT status);
+
+/// The same for a call of the system's own services, which tell a status and nothing else.
+void ThrowIfSystemFailed(HRESULT status);
 
 /// The same, of what a late-bound call has told of its failure; takes hold of the texts.
 [[noreturn]] void ThrowException(EXCEPINFO& exception);
@@ -35,6 +40,10 @@ void ThrowIfFailed(HRESULT status);
 template<class Body>
 HRESULT Answer(REFIID interfaceID, Body&& body) noexcept
 {
+    // What the body calls may let go of the last object, and ask then whether the component may leave.
+    const LivingObject running;
+    // What an earlier failure has left is not this one's.
+    SetErrorInfo(0, nullptr);
     try {
         std::forward<Body>(body)();
         return S_OK;

@@ -43,7 +43,8 @@ public:
 ///   object is read through its members, another object through its default member.
 ///
 /// Error 13 for anything else (no object; an object without a value), 9 for an array that does not begin at 0
-/// or has another number of dimensions, 6 for a whole number that a Double cannot hold.
+/// or has another number of dimensions, 6 for a whole number that a Double cannot hold, 7 for more than a
+/// million elements.
 [[nodiscard]] Variant FromCom(const VARIANT& value);
 
 } // namespace KestrinProductEditor

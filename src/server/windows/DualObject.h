@@ -120,7 +120,7 @@ protected:
     HRESULT Give(Result* result, Body&& body) noexcept
     {
         if (result == nullptr)
-            return E_POINTER;
+            return Answer(kInterfaceID, [] { throw AutomationError(E_POINTER); });
         *result = Result();
         return Answer(kInterfaceID, [&] { PrvPut(*result, body()); });
     }

@@ -65,7 +65,16 @@ public:
     {
     }
 
-    std::int32_t TraceErrNumber() override { return FromCom(PrvCallAboutError(m_errNumber, {})).Long(); }
+    std::int32_t TraceErrNumber() override
+    {
+        ComVariant answer = PrvCallAboutError(m_errNumber, {});
+        // A status, bit by bit.
+        if (answer.vt == VT_UI4 || answer.vt == VT_ERROR)
+            return answer.lVal;
+        ComVariant number;
+        ThrowIfSystemFailed(VariantChangeType(&number, &answer, 0, VT_I4));
+        return number.lVal;
+    }
     void TraceError(std::u16string_view sText) override
     {
         const Bstr text(sText);
@@ -133,6 +142,8 @@ public:
         argument.vt = VT_BSTR;
         argument.bstrVal = key.Get();
         ComVariant value;
+        // What an earlier failure has left is not this one's.
+        SetErrorInfo(0, nullptr);
         HRESULT status = m_object.TryCall(DISPID_VALUE, kRead, {&argument, 1}, value);
         for (const std::u16string_view name : {u"Value", u"GetValue", u"Item"}) {
             if (SUCCEEDED(status))

@@ -15,15 +15,15 @@ namespace {
     return argument.vt == VT_ERROR && argument.scode == DISP_E_PARAMNOTFOUND;
 }
 
-/// Whether the caller reads what the slot has written.
-[[nodiscard]] bool IsReference(const VARIANT& argument) noexcept
-{
-    return (argument.vt & VT_BYREF) != 0 && argument.byref != nullptr;
-}
-
 [[nodiscard]] bool IsReferenceToVariant(const VARIANT& argument) noexcept
 {
     return argument.vt == (VT_BYREF | VT_VARIANT) && argument.pvarVal != nullptr;
+}
+
+/// A reference without a place behind it, or one that only leads to references.
+[[nodiscard]] bool LeadsNowhere(const VARIANT& referred) noexcept
+{
+    return (referred.vt & VT_BYREF) != 0 && (referred.byref == nullptr || IsReferenceToVariant(referred));
 }
 
 /// The kinds that a typed reference is written in, by their size.
@@ -46,6 +46,9 @@ void CopyScalar(void* target, VARTYPE type, const VARIANT& value) noexcept
     case VT_R4:
         *static_cast<LONG*>(target) = value.lVal;
         break;
+    case VT_DECIMAL:
+        *static_cast<DECIMAL*>(target) = value.decVal;
+        break;
     default:
         *static_cast<LONGLONG*>(target) = value.llVal;
         break;
@@ -56,7 +59,12 @@ void CopyScalar(void* target, VARTYPE type, const VARIANT& value) noexcept
 
 const VARIANT& Referred(const VARIANT& argument) noexcept
 {
-    return IsReferenceToVariant(argument) ? *argument.pvarVal : argument;
+    // Bounded: a reference may lead to itself.
+    constexpr int kMostLinks = 16;
+    const VARIANT* value = &argument;
+    for (int links = 0; links < kMostLinks && IsReferenceToVariant(*value); ++links)
+        value = value->pvarVal;
+    return *value;
 }
 
 HRESULT ConvertTo(VARTYPE type, const VARIANT& argument, ComVariant& converted)
@@ -64,6 +72,8 @@ HRESULT ConvertTo(VARTYPE type, const VARIANT& argument, ComVariant& converted)
     const VARIANT& referred = Referred(argument);
     if (IsMissing(referred))
         return DISP_E_PARAMNOTOPTIONAL;
+    if (LeadsNowhere(referred))
+        return DISP_E_TYPEMISMATCH;
     // A flag's text is the language's own: "True", whatever the user's language.
     return VariantChangeTypeEx(&converted, const_cast<VARIANT*>(&referred), LOCALE_USER_DEFAULT,
                                VARIANT_ALPHABOOL, type);
@@ -71,20 +81,21 @@ HRESULT ConvertTo(VARTYPE type, const VARIANT& argument, ComVariant& converted)
 
 HRESULT StoreAt(const VARIANT& argument, VARIANT& value)
 {
-    if (!IsReference(argument))
-        return S_OK;
-    if (argument.vt == (VT_BYREF | VT_VARIANT))
-        return VariantCopy(argument.pvarVal, &value);
-    const auto type = static_cast<VARTYPE>(argument.vt & ~VT_BYREF);
+    const VARIANT& target = Referred(argument);
+    if ((target.vt & VT_BYREF) == 0)
+        return &target == &argument ? S_OK : VariantCopy(const_cast<VARIANT*>(&target), &value);
+    if (LeadsNowhere(target))
+        return DISP_E_TYPEMISMATCH;
+    const auto type = static_cast<VARTYPE>(target.vt & ~VT_BYREF);
     ComVariant converted;
     const HRESULT status = VariantChangeType(&converted, &value, VARIANT_ALPHABOOL, type);
     if (FAILED(status))
         return status;
     if (type == VT_BSTR) {
-        SysFreeString(std::exchange(*argument.pbstrVal, std::exchange(converted.bstrVal, nullptr)));
+        SysFreeString(std::exchange(*target.pbstrVal, std::exchange(converted.bstrVal, nullptr)));
         return S_OK;
     }
-    CopyScalar(argument.byref, type, converted);
+    CopyScalar(target.byref, type, converted);
     return S_OK;
 }
 
@@ -112,18 +123,21 @@ HRESULT ObjectOf(const VARIANT& argument, IUnknown** object) noexcept
 HRESULT LateArgument<VARIANT*>::Take(VARIANT& argument)
 {
     m_argument = &argument;
-    if (IsReferenceToVariant(argument)) {
-        m_target = argument.pvarVal;
+    const VARIANT& referred = Referred(argument);
+    if (LeadsNowhere(referred))
+        return DISP_E_TYPEMISMATCH;
+    if (&referred != &argument && (referred.vt & VT_BYREF) == 0) {
+        m_target = const_cast<VARIANT*>(&referred);
         return S_OK;
     }
     m_target = &m_copy;
-    return VariantCopyInd(&m_copy, &argument);
+    return VariantCopyInd(&m_copy, const_cast<VARIANT*>(&referred));
 }
 
 HRESULT LateArgument<VARIANT*>::WriteBack()
 {
     // An array that came by a reference of its own stays its owner's; the slots only read arrays.
-    if (m_target != &m_copy || (m_argument->vt & VT_ARRAY) != 0)
+    if (m_target != &m_copy || (m_copy.vt & VT_ARRAY) != 0)
         return S_OK;
     return StoreAt(*m_argument, m_copy);
 }

@@ -123,9 +123,10 @@ template<class Interface>
 [[nodiscard]] HRESULT InvokeLate(Interface& object, DISPID id, WORD flags, const DISPPARAMS* parameters,
                                  VARIANT* result, EXCEPINFO* exception, UINT* badArgument)
 {
-    if (parameters == nullptr)
+    if (parameters == nullptr || parameters->cNamedArgs > parameters->cArgs ||
+        (parameters->cArgs != 0 && parameters->rgvarg == nullptr) ||
+        (parameters->cNamedArgs != 0 && parameters->rgdispidNamedArgs == nullptr))
         return E_INVALIDARG;
-    SetErrorInfo(0, nullptr);
     if (result != nullptr)
         VariantInit(result);
     for (const LateMember<Interface>& member : LateMembers<Interface>::kAll) {

@@ -90,13 +90,20 @@ HRESULT ProductLkpMgrServer::BinaryProductExport(BSTR sTargetPath)
 
 HRESULT ProductLkpMgrServer::PrvCSVSetRowFields(VARIANT* vColumns, VARIANT* vRevMap, VARIANT_BOOL* bError)
 {
-    if (vColumns == nullptr || vRevMap == nullptr || bError == nullptr)
-        return E_POINTER;
     return Do([&] {
+        if (vColumns == nullptr || vRevMap == nullptr || bError == nullptr)
+            throw AutomationError(E_POINTER);
         // The store only reads the two arrays: what the caller gave is what the caller keeps.
-        Variant columns = FromCom(*vColumns);
-        Variant reverseMap = FromCom(*vRevMap);
-        bool isError = IsTrue(*bError);
+        *bError = VARIANT_TRUE;
+        Variant columns;
+        Variant reverseMap;
+        try {
+            columns = FromCom(*vColumns);
+            reverseMap = FromCom(*vRevMap);
+        } catch (const AutomationError&) {
+            return; // as of any column that cannot be read
+        }
+        bool isError = false;
         m_store->PrvCSVSetRowFields(columns, reverseMap, isError);
         *bError = isError ? VARIANT_TRUE : VARIANT_FALSE;
     });
@@ -122,7 +129,16 @@ HRESULT ProductLkpMgrServer::CSVProductExport(VARIANT vParams)
 
 HRESULT ProductLkpMgrServer::CSVProductImport(VARIANT vParams, VARIANT* pvResult)
 {
-    return Give(pvResult, [&] { return m_store->CSVProductImport(FromCom(vParams)); });
+    return Give(pvResult, [&] {
+        Variant params;
+        try {
+            params = FromCom(vParams);
+        } catch (const AutomationError& error) {
+            // As the store answers parameters that are none: it never raises.
+            return Variant::ArrayWith(error.Number(), error.Description(), 0, 0);
+        }
+        return m_store->CSVProductImport(params);
+    });
 }
 
 HRESULT ProductLkpMgrServer::BinaryProductImport(BSTR sPath)

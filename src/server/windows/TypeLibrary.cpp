@@ -20,7 +20,7 @@ ITypeLib* g_library = nullptr;
     const std::lock_guard lock(g_mutex);
     // From the file itself: the component may be used without being registered.
     if (g_library == nullptr)
-        ThrowIfFailed(LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, &g_library));
+        ThrowIfSystemFailed(LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, &g_library));
     return g_library;
 }
 
@@ -32,12 +32,12 @@ std::wstring ModulePath()
     if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
                                 GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                             reinterpret_cast<const wchar_t*>(&g_library), &module))
-        ThrowIfFailed(HRESULT_FROM_WIN32(GetLastError()));
+        ThrowIfSystemFailed(HRESULT_FROM_WIN32(GetLastError()));
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
         if (length == 0)
-            ThrowIfFailed(HRESULT_FROM_WIN32(GetLastError()));
+            ThrowIfSystemFailed(HRESULT_FROM_WIN32(GetLastError()));
         if (length < path.size()) {
             path.resize(length);
             return path;
@@ -49,7 +49,7 @@ std::wstring ModulePath()
 ComPtr<ITypeInfo> TypeInfoOf(REFGUID identifier)
 {
     ComPtr<ITypeInfo> info;
-    ThrowIfFailed(Library()->GetTypeInfoOfGuid(identifier, info.GetAddressOf()));
+    ThrowIfSystemFailed(Library()->GetTypeInfoOfGuid(identifier, info.GetAddressOf()));
     return info;
 }
 

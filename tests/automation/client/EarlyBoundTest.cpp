@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "automation/client/AutomationFixture.h"
+#include "automation/client/Receiver.h"
 
 #include "server/windows/ComError.h"
 #include "server/windows/DualObject.h"
@@ -14,25 +15,6 @@
 namespace KestrinProductEditor {
 
 namespace {
-
-/// A receiver of a client's own.
-class Receiver final : public DualObject<_IProcessProgress>
-{
-public:
-    explicit Receiver(std::function<HRESULT(const Variant&)> body)
-        : DualObject(CLSID_IProcessProgress), m_body(std::move(body))
-    {
-    }
-    HRESULT STDMETHODCALLTYPE Progress(VARIANT vParams) override { return m_body(FromCom(vParams)); }
-
-private:
-    std::function<HRESULT(const Variant&)> m_body;
-};
-
-[[nodiscard]] ComPtr<_IProcessProgress> MakeReceiver(std::function<HRESULT(const Variant&)> body)
-{
-    return Owned<_IProcessProgress>(new Receiver(std::move(body)));
-}
 
 [[nodiscard]] Variant Taken(VARIANT& value)
 {
@@ -240,6 +222,50 @@ TEST_F(EarlyBound, TellsNumberSourceAndDescriptionOfAnError)
     ASSERT_EQ(m_store.As(&supports), S_OK);
     EXPECT_EQ(supports->InterfaceSupportsErrorInfo(__uuidof(_ProductLkpMgr)), S_OK);
     EXPECT_EQ(supports->InterfaceSupportsErrorInfo(IID_IUnknown), S_FALSE);
+}
+
+TEST_F(EarlyBound, TellsNothingOfAnEarlierFailure)
+{
+    VARIANT product;
+    EXPECT_EQ(m_store->Pack(99, &product), kErrComponent);
+    VARIANT date{};
+    date.date = 1e10;
+    date.vt = VT_DATE;
+    LONG identifier = 0;
+    EXPECT_EQ(m_store->AddNew(date, &identifier), StatusOf(kErrInvalidProcedureCall));
+    LeftError left = TakeLeftError();
+    EXPECT_EQ(left.source, u"");
+    EXPECT_EQ(left.description, AutomationError::TextOf(kErrInvalidProcedureCall));
+
+    EXPECT_EQ(m_store->Pack(99, &product), kErrComponent);
+    EXPECT_EQ(m_store->get_Count(nullptr), E_POINTER);
+    EXPECT_NE(TakeLeftError().description, u"Product not found");
+}
+
+TEST_F(EarlyBound, AnswersParametersThatAreNoneAsTheStoreDoes)
+{
+    SAFEARRAYBOUND fromOne{4, 1};
+    ComVariant shifted;
+    shifted.parray = SafeArrayCreate(VT_I4, 1, &fromOne);
+    shifted.vt = VT_ARRAY | VT_I4;
+    VARIANT nothing{};
+    nothing.vt = VT_DISPATCH;
+
+    VARIANT result;
+    ASSERT_EQ(m_store->CSVProductImport(shifted, &result), S_OK);
+    EXPECT_EQ(Taken(result).At(0), Variant(std::int32_t{kErrSubscriptOutOfRange}));
+    ASSERT_EQ(m_store->CSVProductImport(nothing, &result), S_OK);
+    EXPECT_EQ(Taken(result).At(0), Variant(std::int32_t{kErrTypeMismatch}));
+
+    ComVariant columns(Variant::ArrayWith(u"Lamp"));
+    ComVariant map(Variant::ArrayWith(0, -1, -1, -1));
+    VARIANT_BOOL isError = VARIANT_FALSE;
+    ASSERT_EQ(m_store->PrvCSVSetRowFields(&shifted, &map, &isError), S_OK);
+    EXPECT_EQ(isError, VARIANT_TRUE);
+    isError = VARIANT_FALSE;
+    ASSERT_EQ(m_store->PrvCSVSetRowFields(&columns, &nothing, &isError), S_OK);
+    EXPECT_EQ(isError, VARIANT_TRUE);
+    EXPECT_EQ(Count(), 0);
 }
 
 TEST_F(EarlyBound, RefusesNoPlaceForAResult)

@@ -128,6 +128,19 @@ TEST_F(HostComponents, PassesErrorsOnUnderTheNumberOfTheTrace)
     EXPECT_EQ(store->MoveFirst(), StatusOf(kErrNoCurrentRecord));
 }
 
+TEST_F(HostComponents, TakesTheNumberOfTheTraceInAnyKind)
+{
+    const ComPtr<_ProductLkpMgr> store = OpenStore();
+    const Variant kinds[] = {4711.0, u"4711", Currency::FromUnits(4711)};
+    for (const Variant& kind : kinds) {
+        Host().Put(u"AnswerErrNumber", kind);
+        EXPECT_EQ(store->MoveFirst(), StatusOf(4711));
+    }
+    // A trace that answers nothing leaves the error its own number.
+    Host().Put(u"AnswerErrNumber", Variant());
+    EXPECT_EQ(store->MoveFirst(), StatusOf(kErrNoCurrentRecord));
+}
+
 TEST_F(HostComponents, FailsWithTheErrorOfAFailingTrace)
 {
     const ComPtr<_ProductLkpMgr> store = OpenStore();

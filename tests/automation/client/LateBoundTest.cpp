@@ -267,6 +267,73 @@ TEST_F(LateBound, InitialisesALauncherWithWhateverHoldsAStore)
     EXPECT_EQ(Call(launcher.Get(), L"Init", {}), DISP_E_BADPARAMCOUNT);
 }
 
+TEST_F(LateBound, FollowsReferencesToReferences)
+{
+    VARIANT columns = ComVariant(Variant::ArrayWith(u"Lamp")).Detach();
+    VARIANT map{};
+    VARIANT middle{};
+    const auto call = [&](const VARIANT& error) {
+        VARIANT toColumns = Reference(VT_VARIANT, columns);
+        return CallStore(L"PrvCSVSetRowFields",
+                         {Reference(VT_VARIANT, toColumns), Reference(VT_VARIANT, map), error});
+    };
+    VARIANT variable{};
+    middle = Reference(VT_VARIANT, variable);
+    EXPECT_EQ(call(Reference(VT_VARIANT, middle)), S_OK);
+    EXPECT_EQ(variable.vt, VT_BOOL);
+    EXPECT_EQ(variable.boolVal, VARIANT_TRUE);
+    EXPECT_EQ(middle.vt, VT_BYREF | VT_VARIANT);
+
+    VARIANT_BOOL flag = VARIANT_FALSE;
+    middle = Reference(VT_BOOL, flag);
+    EXPECT_EQ(call(Reference(VT_VARIANT, middle)), S_OK);
+    EXPECT_EQ(flag, VARIANT_TRUE);
+
+    DECIMAL decimal{};
+    EXPECT_EQ(call(Reference(VT_DECIMAL, decimal)), S_OK);
+    LONG number = 0;
+    EXPECT_EQ(VarI4FromDec(&decimal, &number), S_OK);
+    EXPECT_NE(number, 0);
+
+    const auto launcher = Create<IDispatch>(L"KestrinProductEditor.ProductImportDlg");
+    VARIANT store = Object(m_store.Get());
+    middle = Reference(VT_VARIANT, store);
+    EXPECT_EQ(Call(launcher.Get(), L"Init", {Reference(VT_VARIANT, middle)}), S_OK);
+
+    VARIANT endless{};
+    endless = Reference(VT_VARIANT, endless);
+    EXPECT_EQ(call(endless), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(CallStore(L"GotoNthProduct", {endless}), DISP_E_TYPEMISMATCH);
+    VariantClear(&columns);
+}
+
+TEST_F(LateBound, RefusesReferencesToNowhere)
+{
+    for (const VARTYPE kind : {VT_VARIANT, VT_BOOL, VT_I4, VT_BSTR, VT_DISPATCH}) {
+        VARIANT nowhere{};
+        nowhere.vt = static_cast<VARTYPE>(VT_BYREF | kind);
+        EXPECT_EQ(CallStore(L"GotoNthProduct", {nowhere}), DISP_E_TYPEMISMATCH) << kind;
+        EXPECT_EQ(CallStore(L"PrvCSVSetRowFields", {nowhere, nowhere, nowhere}), DISP_E_TYPEMISMATCH) << kind;
+        EXPECT_EQ(CallStore(L"BinaryProductExport", {nowhere}), DISP_E_TYPEMISMATCH) << kind;
+        EXPECT_EQ(CallStore(L"AddNew", {nowhere}), DISP_E_EXCEPTION) << kind;
+        EXPECT_EQ(m_exception.scode, StatusOf(kErrTypeMismatch)) << kind;
+    }
+}
+
+TEST_F(LateBound, RefusesListsOfArgumentsThatCannotBe)
+{
+    VARIANT argument = Number(0);
+    DISPID names[] = {77, 0};
+    const DISPPARAMS lists[] = {
+        {&argument, names, 1, 2},
+        {nullptr, nullptr, 1, 0},
+        {&argument, nullptr, 1, 1},
+    };
+    for (DISPPARAMS list : lists)
+        EXPECT_EQ(m_store->Invoke(3, IID_NULL, 0, DISPATCH_METHOD, &list, nullptr, nullptr, nullptr),
+                  E_INVALIDARG);
+}
+
 TEST_F(LateBound, TellsNumberSourceAndDescriptionOfAnError)
 {
     EXPECT_EQ(CallStore(L"Pack", {Number(99)}), DISP_E_EXCEPTION);

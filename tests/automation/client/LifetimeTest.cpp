@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "automation/client/AutomationFixture.h"
+#include "automation/client/Receiver.h"
 
 #include <psapi.h>
 
@@ -91,6 +92,31 @@ TEST_F(Lifetime, IsWholeAfterTheComponentLeftTheProcess)
         CoFreeUnusedLibrariesEx(0, 0);
         ASSERT_EQ(GetModuleHandleW(L"kstnedit.dll"), nullptr) << round;
     }
+}
+
+TEST_F(Lifetime, StaysInMemoryWhileAMemberRunsThatLostItsObject)
+{
+    Folder().Write("list.csv", "Lamp\r\nDesk\r\n");
+    ComPtr<_ProductLkpMgr> store = OpenStore();
+    _ProductLkpMgr* const importing = store.Get();
+    const ComPtr<_IProcessProgress> receiver = MakeReceiver([&](const Variant&) {
+        importing->ClearNotifyCallback();
+        store.Reset();
+        // As the idle loop of a host does.
+        CoFreeUnusedLibrariesEx(0, 0);
+        return S_OK;
+    });
+    ASSERT_EQ(store->SetNotifyCallback(receiver.Get()), S_OK);
+    VARIANT result;
+    ASSERT_EQ(
+        importing->CSVProductImport(ComVariant(Variant::ArrayWith(Folder().File("list.csv"),
+                                                                  Variant::ArrayWith(0, -1, -1, -1), 0, 0)),
+                                    &result),
+        S_OK);
+    EXPECT_EQ(FromCom(result), Variant::ArrayWith(0, u"", 2, 0));
+    VariantClear(&result);
+    EXPECT_EQ(store, nullptr);
+    EXPECT_EQ(MayUnload(), S_OK);
 }
 
 TEST_F(Lifetime, CountsReferences)

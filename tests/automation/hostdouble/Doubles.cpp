@@ -114,16 +114,24 @@ void Take(const std::u16string& member, std::u16string_view line)
     });
 }
 
+[[nodiscard]] ComVariant CopyOf(const VARIANT& value)
+{
+    ComVariant copy;
+    VariantCopyInd(&copy, const_cast<VARIANT*>(&value));
+    return copy;
+}
+
 [[nodiscard]] ComVariant TraceErrNumber()
 {
     const std::optional<PendingError> pending = Pending();
-    const std::optional<std::int32_t> ordered =
+    const std::shared_ptr<const ComVariant> ordered =
         WithState([](const HostState& state) { return state.errNumber; });
-    const std::int32_t number = ordered   ? *ordered
-                                : pending ? pending->number
-                                          : static_cast<std::int32_t>(kErrComponent);
-    Take(u"TraceErrNumber", u"ErrNumber -> " + Decimal(number));
-    return ValueOfLong(number);
+    // What was ordered is answered in its own kind.
+    ComVariant answer =
+        ordered ? CopyOf(*ordered)
+                : ValueOfLong(pending ? pending->number : static_cast<std::int32_t>(kErrComponent));
+    Take(u"TraceErrNumber", u"ErrNumber -> " + TextIn(answer));
+    return answer;
 }
 
 void TraceError(std::u16string_view text)
@@ -207,7 +215,7 @@ void SetErrNumber(const VARIANT& value)
         if (value.vt == VT_NULL)
             state.errNumber.reset();
         else
-            state.errNumber = LongIn(value);
+            state.errNumber = std::make_shared<const ComVariant>(CopyOf(value));
     });
 }
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "server/windows/ComVariant.h"
+
 #include <windows.h>
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -38,7 +40,7 @@ struct HostState
     /// By member of the trace.
     std::map<std::u16string, OrderedFailure> traceFailures;
     /// What TraceErrNumber answers; nothing: the number of the pending error.
-    std::optional<std::int32_t> errNumber;
+    std::shared_ptr<const ComVariant> errNumber;
     std::int32_t traceObjects = 0;
 
     /// By program identifier: the number with which a creation fails.

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace KestrinProductEditor {
@@ -46,7 +47,11 @@ public:
     }
     ComArray(const ComArray&) = delete;
     ComArray& operator=(const ComArray&) = delete;
-    ~ComArray() { SafeArrayDestroy(m_array); }
+    ~ComArray()
+    {
+        if (m_array != nullptr)
+            SafeArrayDestroy(m_array);
+    }
 
     template<class Type>
     ComArray& Put(std::vector<LONG> indices, Type value)
@@ -59,6 +64,21 @@ public:
         const Bstr bstr(text);
         EXPECT_EQ(SafeArrayPutElement(m_array, &index, bstr.Get()), S_OK);
         return *this;
+    }
+    /// As it is: the system would follow a reference.
+    void PutInPlace(LONG index, const VARIANT& value)
+    {
+        void* place = nullptr;
+        EXPECT_EQ(SafeArrayPtrOfIndex(m_array, &index, &place), S_OK);
+        *static_cast<VARIANT*>(place) = value;
+    }
+    /// Leaves it to the caller.
+    [[nodiscard]] ComVariant Take()
+    {
+        ComVariant taken;
+        taken.parray = std::exchange(m_array, nullptr);
+        taken.vt = static_cast<VARTYPE>(VT_ARRAY | m_kind);
+        return taken;
     }
     [[nodiscard]] VARIANT Value() const
     {
@@ -225,6 +245,47 @@ TEST(ComVariant, RefusesArraysOfAnotherShape)
     EXPECT_EQ(NumberOfFailure(ComArray(VT_I4, {{2, 1}}).Value()), kErrSubscriptOutOfRange);
     EXPECT_EQ(NumberOfFailure(ComArray(VT_I4, {{2, 0}, {2, 1}}).Value()), kErrSubscriptOutOfRange);
     EXPECT_EQ(NumberOfFailure(ComArray(VT_I4, {{1, 0}, {1, 0}, {1, 0}}).Value()), kErrSubscriptOutOfRange);
+}
+
+TEST(ComVariant, TakesAnArrayThatDoesNotSayItsElementKind)
+{
+    SAFEARRAY* array = nullptr;
+    ASSERT_EQ(SafeArrayAllocDescriptor(1, &array), S_OK);
+    array->cbElements = sizeof(LONG);
+    array->rgsabound[0] = {2, 0};
+    ASSERT_EQ(SafeArrayAllocData(array), S_OK);
+    static_cast<LONG*>(array->pvData)[0] = 3;
+    static_cast<LONG*>(array->pvData)[1] = 4;
+    VARIANT value{};
+    value.parray = array;
+    value.vt = VT_ARRAY | VT_I4;
+    EXPECT_EQ(FromCom(value), Variant::ArrayWith(3, 4));
+    value.vt = VT_ARRAY | VT_I8; // which it has no room for
+    EXPECT_EQ(NumberOfFailure(value), kErrTypeMismatch);
+    SafeArrayDestroy(array);
+}
+
+TEST(ComVariant, RefusesMoreElementsThanAnythingHas)
+{
+    EXPECT_EQ(NumberOfFailure(ComArray(VT_UI1, {{1'000'001, 0}}).Value()), kErrOutOfMemory);
+    // Eight times the one before, in each round: hundreds of millions in the end, of which each array holds
+    // eight.
+    constexpr int kRounds = 9;
+    std::vector<ComVariant> rounds;
+    rounds.reserve(kRounds + 1);
+    rounds.emplace_back(Variant::ArrayWith(1));
+    for (int round = 0; round < kRounds; ++round) {
+        ComArray eight(VT_VARIANT, {{8, 0}});
+        SAFEARRAY*& before = rounds.back().parray;
+        for (LONG at = 0; at < 8; ++at) {
+            VARIANT reference{};
+            reference.pparray = &before;
+            reference.vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
+            eight.PutInPlace(at, reference);
+        }
+        rounds.push_back(eight.Take());
+    }
+    EXPECT_EQ(NumberOfFailure(rounds.back()), kErrOutOfMemory);
 }
 
 TEST(ComVariant, RefusesWhatHasNoValue)
