@@ -21,7 +21,8 @@ public:
         // In front of whatever window of this thread the user works in.
         const int answer = MessageBoxW(GetActiveWindow(), Wide(shown.c_str()), Wide(heading.c_str()),
                                        static_cast<UINT>(style) | MB_SETFOREGROUND);
-        return answer == 0 ? CarefulAnswer(style) : static_cast<MessageAnswer>(answer);
+        // Esc is a Cancel also where there is no such button.
+        return answer == 0 || answer == IDCANCEL ? CarefulAnswer(style) : static_cast<MessageAnswer>(answer);
     }
 };
 

@@ -57,6 +57,30 @@ TEST(ToolkitWindows, IsInUseOnAThreadThatAskedForIt)
     }).join();
 }
 
+TEST(ToolkitWindows, TakesAnEscapeForTheCarefulAnswer)
+{
+    const struct
+    {
+        std::int32_t style;
+        MessageAnswer answer;
+    } cases[] = {{kMessageExclamation, MessageAnswer::Ok},
+                 {kMessageYesNo, MessageAnswer::No},
+                 {kMessageYesNoCancel, MessageAnswer::Cancel}};
+    for (const auto& each : cases) {
+        std::atomic<MessageAnswer> answer = MessageAnswer::Yes;
+        std::thread shower([&] {
+            static_cast<void>(PlatformToolkit());
+            answer = MessageBoxes().Show(u"Sure?", each.style, u"kstnedit test escape");
+        });
+        HWND box = nullptr;
+        while ((box = FindWindowW(L"#32770", L"kstnedit test escape")) == nullptr)
+            Sleep(1);
+        PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+        shower.join();
+        EXPECT_EQ(answer.load(), each.answer) << each.style;
+    }
+}
+
 TEST(ToolkitWindows, ShowsAMessageAndTellsTheAnswer)
 {
     const struct
