@@ -32,7 +32,8 @@ target_compile_options(kstnedit-server PUBLIC -Wno-non-virtual-dtor)
 target_link_libraries(kstnedit-server PUBLIC kstnedit-core kstnedit-interfaces ole32 oleaut32 uuid)
 
 string(REPLACE "." "," version_numbers "${PROJECT_VERSION}.0")
-add_library(kstnedit SHARED ${server_folder}/Exports.cpp ${server_folder}/kstnedit.def ${server_folder}/kstnedit.rc)
+add_library(kstnedit SHARED ${server_folder}/Exports.cpp ${server_folder}/kstnedit.def ${server_folder}/kstnedit.rc
+    ${PROJECT_SOURCE_DIR}/src/platform/win32/kstnedit-windows.rc)
 target_link_libraries(kstnedit PRIVATE kstnedit-server)
 set_target_properties(kstnedit PROPERTIES PREFIX "")
 set_source_files_properties(${server_folder}/kstnedit.rc PROPERTIES

@@ -2,8 +2,6 @@
 #include "platform/ui/PlatformToolkit.h"
 #include "platform/ui/Toolkit.h"
 
-#include "support/ErrorOf.h"
-
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -36,18 +34,7 @@ std::wstring AnswerMessage(const wchar_t* title, int button)
 
 } // namespace
 
-TEST(ToolkitWindows, RefusesFormsWithAReason)
-{
-    std::thread([] {
-        const auto error =
-            ErrorOf([] { static_cast<void>(PlatformToolkit().CreateForm(u"frmProductEditor")); });
-        ASSERT_TRUE(error);
-        EXPECT_EQ(error->Number(), kErrActionNotSupported);
-        EXPECT_NE(error->Description().find(u"built without windows"), std::u16string::npos);
-    }).join();
-}
-
-TEST(ToolkitWindows, IsInUseOnAThreadThatAskedForIt)
+TEST(Win32ToolkitTest, IsInUseOnAThreadThatAskedForIt)
 {
     std::thread([] {
         EXPECT_EQ(LoadedPlatformToolkit(), nullptr);
@@ -57,7 +44,7 @@ TEST(ToolkitWindows, IsInUseOnAThreadThatAskedForIt)
     }).join();
 }
 
-TEST(ToolkitWindows, TakesAnEscapeForTheCarefulAnswer)
+TEST(Win32ToolkitTest, TakesAnEscapeForTheCarefulAnswer)
 {
     const struct
     {
@@ -81,7 +68,7 @@ TEST(ToolkitWindows, TakesAnEscapeForTheCarefulAnswer)
     }
 }
 
-TEST(ToolkitWindows, ShowsAMessageAndTellsTheAnswer)
+TEST(Win32ToolkitTest, ShowsAMessageAndTellsTheAnswer)
 {
     const struct
     {

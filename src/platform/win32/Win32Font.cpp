@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "platform/win32/Win32Font.h"
+
+#include "platform/windows/WideText.h"
+
+#include <string>
+#include <utility>
+
+namespace KestrinProductEditor {
+
+namespace {
+
+/// The screen's context, with a font in it.
+class Measure
+{
+public:
+    explicit Measure(HFONT font) : m_context(GetDC(nullptr)), m_before(SelectObject(m_context, font)) {}
+    Measure(const Measure&) = delete;
+    Measure& operator=(const Measure&) = delete;
+    ~Measure()
+    {
+        SelectObject(m_context, m_before);
+        ReleaseDC(nullptr, m_context);
+    }
+
+    [[nodiscard]] HDC Context() const { return m_context; }
+
+private:
+    HDC m_context;
+    HGDIOBJ m_before;
+};
+
+} // namespace
+
+Win32Font::Win32Font(UINT dpi, Weight weight) : m_font(nullptr)
+{
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof metrics;
+    if (SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dpi) != 0) {
+        if (weight == Weight::Bold)
+            metrics.lfMessageFont.lfWeight = FW_BOLD;
+        m_font = CreateFontIndirectW(&metrics.lfMessageFont);
+    }
+    if (m_font == nullptr)
+        m_font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+}
+
+Win32Font::Win32Font(Win32Font&& other) noexcept : m_font(std::exchange(other.m_font, nullptr)) {}
+
+Win32Font& Win32Font::operator=(Win32Font&& other) noexcept
+{
+    std::swap(m_font, other.m_font);
+    return *this;
+}
+
+Win32Font::~Win32Font()
+{
+    // Stock objects ignore it.
+    if (m_font != nullptr)
+        DeleteObject(m_font);
+}
+
+int Win32Font::LineHeight() const
+{
+    const Measure measure(m_font);
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(measure.Context(), &metrics);
+    return metrics.tmHeight;
+}
+
+int Win32Font::AverageWidth() const
+{
+    constexpr std::u16string_view kLetters = u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    constexpr int kHalf = static_cast<int>(kLetters.size()) / 2;
+    return (TextWidth(kLetters) + kHalf) / static_cast<int>(kLetters.size());
+}
+
+int Win32Font::TextWidth(std::u16string_view text) const
+{
+    const Measure measure(m_font);
+    const std::u16string shown(text);
+    SIZE size = {};
+    GetTextExtentPoint32W(measure.Context(), Wide(shown.c_str()), static_cast<int>(shown.size()), &size);
+    return size.cx;
+}
+
+} // namespace KestrinProductEditor
