@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "BenchHost.h"
 
+#include "BenchSystem.h"
 #include "Products.h"
 
 #include <KestrinProductEditor/AutomationError.h>
@@ -54,8 +55,7 @@ public:
 
 void RegisterHost()
 {
-    setenv("LC_ALL", kLocale, 1);
-    unsetenv("KSTNEDIT_CODEPAGE");
+    UseConventionsOfLists();
     RegisterHostComponent("CorvoConf.Config", [] { return std::make_shared<Config>(); });
     RegisterHostComponent("CorvoTWrp.Trace", [] { return std::make_shared<Trace>(); });
 }

@@ -11,10 +11,11 @@
 /// The smallest host that can open a store.
 namespace KestrinProductEditor::Bench {
 
-/// The locale of the generated price lists; the programs run under it whatever the caller's is.
+/// The locale of the generated price lists. On Linux the programs run under it whatever the caller's is; on
+/// Windows the user's must read numbers as that one does.
 inline constexpr const char* kLocale = "en_US.UTF-8";
 
-/// Registers the host components and puts the process under kLocale. Call it once, before any store.
+/// Registers the host components, and lets the process read the price lists. Call it once, before any store.
 /// A failure that nobody can catch (that of a save at the release of a store) ends the process with status 1.
 void RegisterHost();
 

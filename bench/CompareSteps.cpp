@@ -2,11 +2,12 @@
 #include "CompareSteps.h"
 
 #include "BenchHost.h"
+#include "BenchSystem.h"
 #include "Products.h"
 #include "SqliteTable.h"
+#include "Stopwatch.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
@@ -44,30 +45,6 @@ std::filesystem::path DatabaseFile(const StepContext& context)
 std::filesystem::path PrefixFile(const StepContext& context, std::size_t names)
 {
     return context.folder / ("prefixes-" + std::to_string(names));
-}
-
-class Stopwatch
-{
-public:
-    [[nodiscard]] double Microseconds() const
-    {
-        return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - m_begin).count();
-    }
-
-private:
-    std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
-};
-
-/// The resident memory of this process, exact to the page (/proc/self/statm lags behind).
-double ResidentBytes()
-{
-    std::ifstream rollup("/proc/self/smaps_rollup");
-    constexpr double kKibibyte = 1024;
-    for (std::string word; rollup >> word;) {
-        if (double kibibytes = 0; word == "Rss:" && rollup >> kibibytes)
-            return kibibytes * kKibibyte;
-    }
-    throw std::runtime_error("cannot read /proc/self/smaps_rollup");
 }
 
 /// The same sequence of places on both sides, for each use its own.

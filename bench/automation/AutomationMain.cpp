@@ -11,8 +11,9 @@
 
 #include <kstnedit.h>
 
+#include "Stopwatch.h"
+
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -25,6 +26,7 @@
 
 namespace {
 
+using KestrinProductEditor::Bench::Stopwatch;
 using Microsoft::WRL::ComPtr;
 
 void Require(HRESULT status, const char* what)
@@ -33,18 +35,6 @@ void Require(HRESULT status, const char* what)
         throw std::runtime_error(std::string(what) + " failed with " +
                                  std::to_string(static_cast<unsigned long>(status)));
 }
-
-class Stopwatch
-{
-public:
-    [[nodiscard]] double Microseconds() const
-    {
-        return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - m_begin).count();
-    }
-
-private:
-    std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
-};
 
 /// A VARIANT that is cleared at the end.
 class Value
