@@ -9,8 +9,6 @@
 
 namespace KestrinProductEditor {
 
-std::atomic<long> g_livingObjects = 0;
-
 namespace {
 
 using ProductImportDlgServer = StoreLauncherServer<_ProductImportDlg, ProductImportDlg>;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "server/windows/LivingObjects.h"
+#include "platform/LivingObjects.h"
 
 #include <windows.h>
 

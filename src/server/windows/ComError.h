@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/Traced.h"
-#include "server/windows/LivingObjects.h"
+#include "platform/LivingObjects.h"
 
 #include <KestrinProductEditor/AutomationError.h>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/LivingObjects.h"
 #include "server/windows/ComError.h"
 #include "server/windows/ComVariant.h"
 #include "server/windows/LateBinding.h"
-#include "server/windows/LivingObjects.h"
 #include "server/windows/TypeLibrary.h"
 
 #include <windows.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "server/windows/PendingErrorInfo.h"
 
+#include "platform/LivingObjects.h"
 #include "server/windows/ComError.h"
 #include "server/windows/ComText.h"
-#include "server/windows/LivingObjects.h"
 
 #include <KestrinProductEditor/HostComponents.h>
 
