@@ -2,7 +2,6 @@
 #include "platform/win32/Win32ClickTarget.h"
 
 #include "platform/win32/Win32Reflection.h"
-#include "platform/windows/WideText.h"
 
 #include <commctrl.h>
 
@@ -19,11 +18,6 @@ bool IsOpenToUser(HWND window) noexcept
             return false;
     }
     return true;
-}
-
-void ShowMarkedCaption(HWND window, const std::u16string& marked)
-{
-    SetWindowTextW(window, Wide(marked.c_str()));
 }
 
 Win32ClickListener::Win32ClickListener(HWND button, std::function<void()> clicked)
@@ -44,9 +38,6 @@ LRESULT CALLBACK Win32ClickListener::PrvProcedure(HWND window, UINT message, WPA
     switch (message) {
     case WM_NCDESTROY:
         RemoveWindowSubclass(window, &PrvProcedure, id);
-        break;
-    case WM_LBUTTONDBLCLK:
-        message = WM_LBUTTONDOWN;
         break;
     case OCM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) {

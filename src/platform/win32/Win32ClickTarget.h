@@ -18,8 +18,8 @@ namespace KestrinProductEditor {
 /// Whether the user can act on a window: it and all that it lies in is shown and enabled.
 [[nodiscard]] bool IsOpenToUser(HWND window) noexcept;
 
-/// Listens to a BUTTON: `clicked` is called whenever it was clicked, with a key or by another program too.
-/// The second half of a double click is a click.
+/// Listens to a BUTTON without BS_NOTIFY, for which the second half of a double click is a click: `clicked`
+/// is called whenever it was clicked, with a key or by another program too.
 class Win32ClickListener
 {
 public:
@@ -36,9 +36,6 @@ private:
     std::function<void()> m_clicked;
 };
 
-/// Shows a caption whose letter is marked with "&".
-void ShowMarkedCaption(HWND window, const std::u16string& marked);
-
 /// What buttons and check boxes have in common: a caption with a mnemonic, and clicks.
 template<class Interface>
 class Win32ClickTarget : public Win32Control<Interface>
@@ -46,9 +43,7 @@ class Win32ClickTarget : public Win32Control<Interface>
 public:
     Win32ClickTarget(HWND button, Win32Focus& focus, Win32Mnemonics& mnemonics)
         : Win32Control<Interface>(button, button, focus), m_mnemonics(mnemonics),
-          m_bearer(
-              mnemonics.Add(Win32Mnemonics::Rank::Button,
-                            [button](const std::u16string& marked) { ShowMarkedCaption(button, marked); })),
+          m_bearer(mnemonics.Add(Win32Mnemonics::Rank::Button, Win32Mnemonics::In(button))),
           m_listener(button, [this] { PrvClicked(); })
     {
     }

@@ -66,6 +66,10 @@ private:
     if (block == nullptr)
         return nullptr;
     const Locked inside(block);
+    if (inside.Units() == nullptr) {
+        GlobalFree(block);
+        return nullptr;
+    }
     *std::copy(text.begin(), text.end(), inside.Units()) = u'\0';
     return block;
 }

@@ -26,6 +26,21 @@ namespace {
     return lstrcmpiW(own, name) == 0;
 }
 
+/// Arrow keys go around among buttons of one kind that stand next to each other, and nowhere else: a label or
+/// a bar would take the focus.
+void GroupButtons(HWND surface)
+{
+    constexpr LONG kNoButton = -1;
+    LONG before = kNoButton;
+    for (HWND child = GetWindow(surface, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        const LONG style = GetWindowLongW(child, GWL_STYLE);
+        const LONG kind = IsOfClass(child, WC_BUTTONW) ? style & BS_TYPEMASK : kNoButton;
+        if (kind == kNoButton || kind != before)
+            SetWindowLongW(child, GWL_STYLE, style | WS_GROUP);
+        before = kind;
+    }
+}
+
 /// What a label in front of it names; null for a label that names nothing.
 [[nodiscard]] HWND BuddyOf(HWND label)
 {
@@ -38,6 +53,7 @@ namespace {
 Win32ControlSet::Win32ControlSet(HWND surface, const Win32Layout& layout) : m_layout(layout), m_focus(surface)
 {
     ReflectToControls(surface);
+    GroupButtons(surface);
     for (Win32Layout::Named& named : layout.Controls()) {
         if (std::unique_ptr<IControl> control = PrvMake(named.window)) {
             m_controls.push_back(

@@ -1,36 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32Font.h"
 
-#include "platform/windows/WideText.h"
+#include "platform/win32/Win32TextMeasure.h"
 
-#include <string>
 #include <utility>
 
 namespace KestrinProductEditor {
-
-namespace {
-
-/// The screen's context, with a font in it.
-class Measure
-{
-public:
-    explicit Measure(HFONT font) : m_context(GetDC(nullptr)), m_before(SelectObject(m_context, font)) {}
-    Measure(const Measure&) = delete;
-    Measure& operator=(const Measure&) = delete;
-    ~Measure()
-    {
-        SelectObject(m_context, m_before);
-        ReleaseDC(nullptr, m_context);
-    }
-
-    [[nodiscard]] HDC Context() const { return m_context; }
-
-private:
-    HDC m_context;
-    HGDIOBJ m_before;
-};
-
-} // namespace
 
 Win32Font::Win32Font(UINT dpi, Weight weight) : m_font(nullptr)
 {
@@ -62,10 +37,7 @@ Win32Font::~Win32Font()
 
 int Win32Font::LineHeight() const
 {
-    const Measure measure(m_font);
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(measure.Context(), &metrics);
-    return metrics.tmHeight;
+    return Win32TextMeasure(m_font).LineHeight();
 }
 
 int Win32Font::AverageWidth() const
@@ -77,11 +49,7 @@ int Win32Font::AverageWidth() const
 
 int Win32Font::TextWidth(std::u16string_view text) const
 {
-    const Measure measure(m_font);
-    const std::u16string shown(text);
-    SIZE size = {};
-    GetTextExtentPoint32W(measure.Context(), Wide(shown.c_str()), static_cast<int>(shown.size()), &size);
-    return size.cx;
+    return Win32TextMeasure(m_font).Width(text);
 }
 
 } // namespace KestrinProductEditor

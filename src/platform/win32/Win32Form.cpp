@@ -8,9 +8,11 @@
 #include "platform/win32/Win32ProgressBar.h"
 #include "platform/win32/Win32Resolution.h"
 #include "platform/win32/Win32Splitter.h"
+#include "platform/win32/Win32WindowClass.h"
 #include "platform/windows/WideText.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace KestrinProductEditor {
@@ -66,7 +68,58 @@ constexpr Acts kActs[] = {
     {WM_CLOSE, WM_CLOSE},
 };
 
+/// The system hands out WM_QUIT whatever was asked for; it belongs to the loop that runs, and goes back at
+/// the end of the scope: the system would hand it out again and again.
+class KeptQuit
+{
+public:
+    KeptQuit() = default;
+    KeptQuit(const KeptQuit&) = delete;
+    KeptQuit& operator=(const KeptQuit&) = delete;
+    ~KeptQuit()
+    {
+        if (m_code)
+            PostQuitMessage(*m_code);
+    }
+
+    /// Whether the message is one, and kept.
+    [[nodiscard]] bool Takes(const MSG& message)
+    {
+        if (message.message == WM_QUIT)
+            m_code = static_cast<int>(message.wParam);
+        return message.message == WM_QUIT;
+    }
+
+private:
+    std::optional<int> m_code;
+};
+
 } // namespace
+
+/// While a form is shown, however that ends.
+class Win32Form::Showing
+{
+public:
+    Showing(Win32Form& form, Win32ModalHost& host) : m_form(form)
+    {
+        m_form.m_isShown = true;
+        m_form.m_below = std::exchange(t_front, &form);
+        m_form.m_host = &host;
+    }
+    Showing(const Showing&) = delete;
+    Showing& operator=(const Showing&) = delete;
+    ~Showing()
+    {
+        m_form.PrvHide();
+        t_front = std::exchange(m_form.m_below, nullptr);
+        m_form.m_host = nullptr;
+        m_form.m_isShown = false;
+        m_form.m_isEnded = false;
+    }
+
+private:
+    Win32Form& m_form;
+};
 
 void Win32Form::PrvRegister()
 {
@@ -74,17 +127,15 @@ void Win32Form::PrvRegister()
     Win32ProgressBar::Register();
     Win32Splitter::Register();
 
-    WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.style = CS_DBLCLKS;
-    windowClass.lpfnWndProc = &PrvProcedure;
-    windowClass.cbWndExtra = DLGWINDOWEXTRA + static_cast<int>(sizeof(LONG_PTR));
-    windowClass.hInstance = OwnModule();
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszClassName = kClassName;
-    // A second registration is refused, and the first one holds.
-    RegisterClassExW(&windowClass);
+    static const Win32WindowClass windowClass([] {
+        WNDCLASSEXW form = {};
+        form.style = CS_DBLCLKS;
+        form.lpfnWndProc = &PrvProcedure;
+        form.cbWndExtra = DLGWINDOWEXTRA + static_cast<int>(sizeof(LONG_PTR));
+        form.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+        form.lpszClassName = kClassName;
+        return form;
+    }());
 }
 
 Win32Form::Win32Form(std::u16string_view name) : m_layout(name, Win32Layout::Kind::Form)
@@ -117,7 +168,11 @@ std::vector<Win32Form*> Win32Form::Shown()
 
 HWND Win32Form::FrontWindow()
 {
-    return t_front == nullptr ? nullptr : t_front->m_window;
+    // What has ended is hidden, and may have lost its window.
+    const Win32Form* form = t_front;
+    while (form != nullptr && form->m_isEnded)
+        form = form->m_below;
+    return form == nullptr ? nullptr : form->m_window;
 }
 
 void Win32Form::SetCaption(std::u16string_view caption)
@@ -141,30 +196,27 @@ void Win32Form::ShowModal()
 {
     if (m_isShown)
         throw AutomationError(kErrInvalidProcedureCall);
-    if (std::exchange(m_isEnded, false))
+    // A window that its owner took along never comes back.
+    if (std::exchange(m_isEnded, false) || IsWindow(m_window) == 0)
         return;
 
-    const Win32Resolution resolution;
     Win32Form* const below = t_front;
-    m_isShown = true;
-    m_below = std::exchange(t_front, this);
+    PrvShow(below);
+    if (below != nullptr)
+        below->m_controls->Focus().Return();
+}
+
+void Win32Form::PrvShow(Win32Form* below)
+{
+    const Win32Resolution resolution;
     Win32ModalHost host(m_window, below == nullptr ? nullptr : below->m_window);
-    m_host = &host;
+    const Showing showing(*this, host);
     PrvPlace(host.Owner());
     m_controls->Focus().Begin();
     if (!m_isEnded) {
-        ShowWindow(m_window, SW_SHOW);
-        host.BringForward();
+        host.Show();
         PrvRunLoop();
     }
-    PrvHide();
-    t_front = below;
-    m_below = nullptr;
-    m_host = nullptr;
-    m_isShown = false;
-    m_isEnded = false;
-    if (below != nullptr)
-        below->m_controls->Focus().Return();
 }
 
 void Win32Form::EndModal()
@@ -207,21 +259,27 @@ void Win32Form::KeepPainting()
 
 void Win32Form::PassOn(MSG& message)
 {
-    if (PrvTakesKey(message))
-        return;
     // An Enter that clicks no button is the control's; the system would look for a button once more.
-    const bool isEnter = IsAlone(message, VK_RETURN);
-    if (!isEnter && IsDialogMessageW(m_window, &message) != 0)
-        return;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+    const bool isTaken =
+        PrvTakesKey(message) || (!IsAlone(message, VK_RETURN) && IsDialogMessageW(m_window, &message) != 0);
+    if (!isTaken) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    PrvShowDefault();
 }
 
 LRESULT CALLBACK Win32Form::PrvProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto* const form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, DLGWINDOWEXTRA));
-    return form != nullptr ? form->PrvHandle(message, wParam, lParam)
-                           : DefDlgProcW(window, message, wParam, lParam);
+    try {
+        if (form != nullptr)
+            return form->PrvHandle(message, wParam, lParam);
+    } catch (...) {
+        // Without memory the message is lost; no exception may pass through the system.
+        return 0;
+    }
+    return DefDlgProcW(window, message, wParam, lParam);
 }
 
 LRESULT Win32Form::PrvHandle(UINT message, WPARAM wParam, LPARAM lParam)
@@ -242,6 +300,7 @@ LRESULT Win32Form::PrvHandle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_DESTROY:
         // With the window that owned it.
         m_isEnded = true;
+        m_controls->Focus().End();
         break;
     case WM_DROPFILES:
         PrvTakeFiles(reinterpret_cast<HDROP>(wParam));
@@ -260,6 +319,7 @@ LRESULT Win32Form::PrvHandle(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_SETTINGCHANGE:
         m_layout.TakeFont();
+        PrvKeepLeastSize();
         break;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
@@ -282,11 +342,22 @@ void Win32Form::PrvLimitSize(MINMAXINFO& limits) const
 
 void Win32Form::PrvChangeResolution(const RECT& place)
 {
+    // First: the least size of the resolution before could be more than this one's.
+    m_layout.TakeFont();
     const SIZE size = SizeOf(place);
     SetWindowPos(m_window, nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-    m_layout.TakeFont();
     for (HWND child = GetWindow(m_window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
         SendMessageW(child, WM_DPICHANGED_AFTERPARENT, 0, 0);
+}
+
+void Win32Form::PrvKeepLeastSize() const
+{
+    RECT place = {};
+    GetWindowRect(m_window, &place);
+    const SIZE size = SizeOf(place);
+    // The system asks for the limits.
+    if (IsIconic(m_window) == 0 && IsZoomed(m_window) == 0)
+        SetWindowPos(m_window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Win32Form::PrvAskToClose()
@@ -332,6 +403,23 @@ bool Win32Form::PrvTakesEnter(const MSG& message)
     return true;
 }
 
+void Win32Form::PrvShowDefault()
+{
+    const HWND focus = GetFocus();
+    if (focus == m_focusShown || IsChild(m_window, focus) == 0)
+        return;
+    m_focusShown = focus;
+    const Win32Button* const focused = m_controls->FindButton(focus);
+    const Win32Button* const clicked = focused != nullptr ? focused : m_defaultButton;
+    for (HWND child = GetWindow(m_window, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        const Win32Button* const button = m_controls->FindButton(child);
+        const LONG kind = button != nullptr && button == clicked ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        if (button != nullptr && (GetWindowLongW(child, GWL_STYLE) & BS_TYPEMASK) != kind)
+            SendMessageW(child, BM_SETSTYLE, static_cast<WPARAM>(kind), TRUE);
+    }
+}
+
 void Win32Form::PrvHide()
 {
     m_controls->Focus().End();
@@ -375,9 +463,10 @@ void Win32Form::PrvRunLoop()
 void Win32Form::PrvDropActs() const
 {
     MSG message;
+    KeptQuit quit;
     for (const Acts& acts : kActs) {
         while (PeekMessageW(&message, m_window, acts.first, acts.last, PM_REMOVE) != 0) {
-            if (message.message == WM_DROPFILES)
+            if (!quit.Takes(message) && message.message == WM_DROPFILES)
                 DragFinish(reinterpret_cast<HDROP>(message.wParam));
         }
     }
@@ -389,10 +478,12 @@ void Win32Form::PrvPaint()
     // The host's windows, too; one that never says that it is painted must not keep us.
     constexpr int kMostPaintings = 32;
     MSG message;
+    KeptQuit quit;
     for (int paintings = 0; paintings < kMostPaintings; ++paintings) {
         if (PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE | PM_NOYIELD) == 0)
             break;
-        DispatchMessageW(&message);
+        if (!quit.Takes(message))
+            DispatchMessageW(&message);
     }
 }
 

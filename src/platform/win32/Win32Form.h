@@ -35,7 +35,7 @@ public:
 
     /// The forms that this thread shows, the one in front last.
     [[nodiscard]] static std::vector<Win32Form*> Shown();
-    /// The window of the form in front; null when this thread shows none.
+    /// The window of the form in front that has not ended; null when this thread shows none.
     [[nodiscard]] static HWND FrontWindow();
 
     void SetCaption(std::u16string_view caption) override;
@@ -55,16 +55,23 @@ public:
     void PassOn(MSG& message);
 
 private:
+    class Showing;
+
     static LRESULT CALLBACK PrvProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static void PrvRegister();
 
     [[nodiscard]] LRESULT PrvHandle(UINT message, WPARAM wParam, LPARAM lParam);
     void PrvLimitSize(MINMAXINFO& limits) const;
     void PrvChangeResolution(const RECT& place);
+    /// A larger font needs more room.
+    void PrvKeepLeastSize() const;
     void PrvAskToClose();
     void PrvTakeFiles(HDROP files);
     [[nodiscard]] bool PrvTakesKey(const MSG& message);
     [[nodiscard]] bool PrvTakesEnter(const MSG& message);
+    /// The button that Enter clicks looks like that, also where code has moved the focus.
+    void PrvShowDefault();
+    void PrvShow(Win32Form* below);
     void PrvHide();
     void PrvPlace(HWND owner) const;
     void PrvRunLoop();
@@ -76,6 +83,7 @@ private:
     std::unique_ptr<Win32ControlSet> m_controls;
     std::u16string m_caption;
     Win32Button* m_defaultButton = nullptr;
+    HWND m_focusShown = nullptr;  ///< when the default button was shown last
     Win32Form* m_below = nullptr; ///< while the form is shown, as the next one
     Win32ModalHost* m_host = nullptr;
     bool m_isShown = false;

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32GridAccessible.h"
 
+#include "platform/LivingObjects.h"
+#include "platform/ui/Mnemonics.h"
+#include "platform/win32/Win32ClickTarget.h"
 #include "platform/win32/Win32GridView.h"
+#include "platform/win32/Win32Windows.h"
 #include "platform/windows/WideText.h"
 
+#include <algorithm>
 #include <atomic>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +21,15 @@ namespace KestrinProductEditor {
 namespace {
 
 // Of the interface, __uuidof: some import libraries have a procedure under the name of its identifier.
+
+/// Of the label in front of a window, as it is read; empty when there is none.
+[[nodiscard]] std::u16string LabelOf(HWND window)
+{
+    const HWND label = GetWindow(window, GW_HWNDPREV);
+    const bool isLabel = label != nullptr && IsOfClass(label, L"STATIC") &&
+                         (GetWindowLongW(label, GWL_STYLE) & SS_NOPREFIX) == 0;
+    return isLabel ? ShownCaption(TextOfWindow(label)) : std::u16string();
+}
 
 [[nodiscard]] BSTR ToBstr(std::u16string_view text)
 {
@@ -89,6 +104,8 @@ private:
     std::vector<LONG> m_items;
     std::size_t m_at;
     std::atomic<ULONG> m_references = 1;
+    // A screen reader may hold it longer than the host does the component.
+    LivingObject m_living;
 };
 
 class GridAccessible final : public IAccessible
@@ -170,7 +187,15 @@ public:
     HRESULT STDMETHODCALLTYPE get_accName(VARIANT child, BSTR* name) override
     {
         return PrvOfRow(
-            child, [&](Win32GridView&) { return m_standard->get_accName(child, name); },
+            child,
+            [&](Win32GridView& view) {
+                // The system names none but its own controls by their labels.
+                const std::u16string label = LabelOf(view.Window());
+                if (label.empty())
+                    return m_standard->get_accName(child, name);
+                *name = ToBstr(label);
+                return S_OK;
+            },
             [&](Win32GridView& view, std::int32_t row) {
                 *name = ToBstr(PrvReadAloud(view, row));
                 return S_OK;
@@ -283,18 +308,16 @@ public:
                 return S_OK;
             },
             [&](Win32GridView& view, std::int32_t row) {
-                if (!IsWindowEnabled(view.Window()))
+                if (!IsOpenToUser(view.Window()))
                     return E_FAIL;
                 if ((flags & SELFLAG_TAKEFOCUS) != 0)
                     SetFocus(view.Window());
-                if ((flags & SELFLAG_EXTENDSELECTION) != 0)
-                    view.Choose(row, {.shift = true, .control = false});
-                else if (((flags & SELFLAG_ADDSELECTION) != 0) != view.Grid()->Selection().Contains(row) &&
-                         (flags & (SELFLAG_ADDSELECTION | SELFLAG_REMOVESELECTION)) != 0)
-                    view.Choose(row, {.shift = false, .control = true});
-                else if ((flags & SELFLAG_TAKESELECTION) != 0)
-                    view.Choose(row, {});
-                return S_OK;
+                // Whoever lost the focus may have ended the grid.
+                if (view.Grid() == nullptr)
+                    return CO_E_OBJNOTCONNECTED;
+                const std::optional<HeldKeys> held =
+                    PrvHeldFor(flags, view.Grid()->Selection().Contains(row));
+                return !held || view.Choose(row, *held) ? S_OK : E_FAIL;
             });
     }
     HRESULT STDMETHODCALLTYPE accLocation(LONG* left, LONG* top, LONG* width, LONG* height,
@@ -405,6 +428,17 @@ private:
         });
     }
 
+    /// The keys with which a click does what is asked for; nothing when it is so already.
+    [[nodiscard]] static std::optional<HeldKeys> PrvHeldFor(LONG flags, bool isSelected)
+    {
+        if ((flags & SELFLAG_EXTENDSELECTION) != 0)
+            return HeldKeys{.shift = true, .control = false};
+        const bool isAsked = (flags & SELFLAG_ADDSELECTION) != 0;
+        if (isAsked != isSelected && (isAsked || (flags & SELFLAG_REMOVESELECTION) != 0))
+            return HeldKeys{.shift = false, .control = true};
+        return (flags & SELFLAG_TAKESELECTION) != 0 ? std::optional(HeldKeys{}) : std::nullopt;
+    }
+
     [[nodiscard]] static LONG PrvItem(const Win32GridView& view, std::int32_t row)
     {
         return row - view.Geometry().FirstRow() + 1;
@@ -464,6 +498,8 @@ private:
     std::weak_ptr<Win32GridView> m_view;
     IAccessible* m_standard; // what the system says of any window
     std::atomic<ULONG> m_references = 1;
+    // A screen reader may hold it longer than the host does the component.
+    LivingObject m_living;
 };
 
 } // namespace

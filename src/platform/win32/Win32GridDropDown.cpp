@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32GridDropDown.h"
 
+#include "platform/win32/Win32TextMeasure.h"
 #include "platform/windows/WideText.h"
 
 #include <commctrl.h>
@@ -16,21 +17,16 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr std::size_t kMostInSight = 12;
-constexpr int kMargin = 8; // pixels beside the widest entry
+constexpr int kMargin = 8; // pixels at kUsualDpi, beside the widest entry
+constexpr int kUsualDpi = 96;
 
-[[nodiscard]] int WidestEntry(HWND list, HFONT font, std::span<const GridBase::ComboEntry> entries)
+[[nodiscard]] int WidestEntry(HFONT font, std::span<const GridBase::ComboEntry> entries)
 {
-    HDC const canvas = GetDC(list);
-    HGDIOBJ const before = SelectObject(canvas, font);
-    LONG widest = 0;
-    for (const GridBase::ComboEntry& entry : entries) {
-        SIZE size{};
-        GetTextExtentPoint32W(canvas, Wide(entry.text.c_str()), static_cast<int>(entry.text.size()), &size);
-        widest = std::max(widest, size.cx);
-    }
-    SelectObject(canvas, before);
-    ReleaseDC(list, canvas);
-    return static_cast<int>(widest);
+    const Win32TextMeasure measure(font);
+    int widest = 0;
+    for (const GridBase::ComboEntry& entry : entries)
+        widest = std::max(widest, measure.Width(entry.text));
+    return widest;
 }
 
 /// Where a list of that size stands: below the cell, above it where there is more room.
@@ -92,8 +88,10 @@ void Win32GridDropDown::Open(HWND window, const RECT& cell, HFONT font,
     const int itemHeight = static_cast<int>(SendMessageW(m_list, LB_GETITEMHEIGHT, 0, 0));
     const bool scrolls = entries.size() > kMostInSight;
     const int inSight = static_cast<int>(std::clamp<std::size_t>(entries.size(), 1, kMostInSight));
-    const int wanted = WidestEntry(m_list, font, entries) + kMargin + 2 * GetSystemMetrics(SM_CXBORDER) +
-                       (scrolls ? GetSystemMetrics(SM_CXVSCROLL) : 0);
+    const UINT dpi = GetDpiForWindow(window);
+    const int wanted = WidestEntry(font, entries) + MulDiv(kMargin, static_cast<int>(dpi), kUsualDpi) +
+                       2 * GetSystemMetrics(SM_CXBORDER) +
+                       (scrolls ? GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) : 0);
     const SIZE size{std::max<LONG>(onScreen.right - onScreen.left, wanted),
                     inSight * itemHeight + 2 * GetSystemMetrics(SM_CYBORDER)};
     const RECT place = PlaceFor(onScreen, size);
@@ -217,7 +215,8 @@ void Win32GridDropDown::PrvPress(POINT place)
     ReleaseCapture();
     HWND const list = m_list;
     SendMessageW(list, WM_NCLBUTTONDOWN, static_cast<WPARAM>(part), MAKELPARAM(onScreen.x, onScreen.y));
-    if (m_list == list)
+    // The bar has a loop of its own, in which the grid may end, and this with it.
+    if (IsWindow(list) != FALSE)
         SetCapture(list);
 }
 
@@ -243,7 +242,7 @@ void Win32GridDropDown::PrvPick()
     const auto number =
         static_cast<std::int32_t>(SendMessageW(m_list, LB_GETITEMDATA, static_cast<WPARAM>(at), 0));
     // The handler may end the grid, and this with it.
-    const Picked picked = m_picked;
+    const Picked picked = std::move(m_picked);
     Close();
     if (picked)
         picked(number);

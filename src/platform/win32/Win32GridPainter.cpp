@@ -2,6 +2,8 @@
 #include "platform/win32/Win32GridPainter.h"
 
 #include "platform/Text.h"
+#include "platform/win32/Win32HighContrast.h"
+#include "platform/win32/Win32TextMeasure.h"
 #include "platform/windows/WideText.h"
 
 #include <vssym32.h>
@@ -20,18 +22,13 @@ constexpr COLORREF kWarningSign = RGB(0x20, 0x20, 0x20);
 constexpr int kWarningTint = 25;   // percent
 constexpr int kLineTint = 14;      // percent
 constexpr int kUnfocusedTint = 40; // percent
+constexpr int kSelectionTint = 25; // percent
 constexpr int kCellMargin = 4;
+constexpr int kAroundSign = 4; // above and below a sign or an arrow
+constexpr int kBesideSign = 2; // between it and the border of its cell
 constexpr int kNoticeMargin = 16;
 // More of a text than any screen shows in one line.
 constexpr std::size_t kLongestLine = 2000;
-
-[[nodiscard]] bool IsHighContrast()
-{
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
 
 [[nodiscard]] COLORREF Mixed(COLORREF ground, COLORREF color, int percent)
 {
@@ -65,37 +62,6 @@ public:
 private:
     HDC m_canvas;
     HPEN m_pen;
-    HGDIOBJ m_before;
-};
-
-/// The screen's canvas with a font, to measure texts.
-class Measure
-{
-public:
-    explicit Measure(HFONT font) : m_canvas(GetDC(nullptr)), m_before(SelectObject(m_canvas, font)) {}
-    Measure(const Measure&) = delete;
-    Measure& operator=(const Measure&) = delete;
-    ~Measure()
-    {
-        SelectObject(m_canvas, m_before);
-        ReleaseDC(nullptr, m_canvas);
-    }
-
-    [[nodiscard]] TEXTMETRICW Metrics() const
-    {
-        TEXTMETRICW metrics{};
-        GetTextMetricsW(m_canvas, &metrics);
-        return metrics;
-    }
-    [[nodiscard]] int Width(std::u16string_view text) const
-    {
-        SIZE size{};
-        GetTextExtentPoint32W(m_canvas, Wide(text.data()), static_cast<int>(text.size()), &size);
-        return static_cast<int>(size.cx);
-    }
-
-private:
-    HDC m_canvas;
     HGDIOBJ m_before;
 };
 
@@ -145,9 +111,10 @@ void PaintArrow(HDC canvas, const RECT& place, COLORREF color)
     const int middle = (place.left + place.right) / 2;
     const int center = (place.top + place.bottom) / 2;
     const PenScope pen(canvas, PS_SOLID, std::max(1, size / 10), color);
+    // The last point of a line is not drawn.
     const std::array<POINT, 3> arrow{{{middle - half, center - half / 2},
                                       {middle, center + half - half / 2},
-                                      {middle + half, center - half / 2}}};
+                                      {middle + half + 1, center - half / 2 - 1}}};
     Polyline(canvas, arrow.data(), static_cast<int>(arrow.size()));
 }
 
@@ -192,19 +159,19 @@ void Win32GridPainter::TakeTheme(HWND window)
 
 int Win32GridPainter::FontHeight() const
 {
-    return static_cast<int>(Measure(Font()).Metrics().tmHeight);
+    return Win32TextMeasure(Font()).LineHeight();
 }
 
 int Win32GridPainter::CellWidth(const GridBase& grid, const Win32GridGeometry& geometry, std::int32_t row,
                                 std::int32_t col) const
 {
-    return Measure(Font()).Width(OneLine(grid.DisplayText(row, col))) + 2 * geometry.Scaled(kCellMargin) +
-           PrvExtraWidth(grid, row, col) + 1;
+    return Win32TextMeasure(Font()).Width(OneLine(grid.DisplayText(row, col))) +
+           2 * geometry.Scaled(kCellMargin) + PrvExtraWidth(grid, geometry, row, col) + 1;
 }
 
 int Win32GridPainter::TextWidth(int characters) const
 {
-    return static_cast<int>(Measure(Font()).Metrics().tmAveCharWidth) * characters;
+    return static_cast<int>(Win32TextMeasure(Font()).Metrics().tmAveCharWidth) * characters;
 }
 
 std::u16string Win32GridPainter::OneLine(std::u16string text)
@@ -253,6 +220,17 @@ bool Win32GridPainter::PaintBorder(HDC canvas, const RECT& whole) const
            SUCCEEDED(DrawThemeBackground(m_listTheme, canvas, 0, 0, &whole, nullptr));
 }
 
+COLORREF Win32GridPainter::PrvLineColor()
+{
+    return IsHighContrast() ? GetSysColor(COLOR_GRAYTEXT)
+                            : Mixed(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT), kLineTint);
+}
+
+COLORREF Win32GridPainter::PrvSelectionGround(bool isStrong)
+{
+    return Mixed(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_HIGHLIGHT), isStrong ? 100 : kSelectionTint);
+}
+
 void Win32GridPainter::PrvPaintHeader(HDC canvas, const RECT& dirty, const GridBase& grid,
                                       const Win32GridGeometry& geometry) const
 {
@@ -276,6 +254,9 @@ void Win32GridPainter::PrvPaintHeader(HDC canvas, const RECT& dirty, const GridB
         InflateRect(&place, -geometry.Scaled(kCellMargin), 0);
         PaintText(canvas, place, OneLine(grid.DisplayText(0, col)), grid.ColType(col), color);
     }
+    // There are themes whose titles look like rows.
+    if (m_headerTheme != nullptr)
+        Fill(canvas, {dirty.left, bottom - 1, dirty.right, bottom}, PrvLineColor());
 }
 
 void Win32GridPainter::PrvPaintRow(HDC canvas, std::int32_t row, const GridBase& grid,
@@ -287,14 +268,12 @@ void Win32GridPainter::PrvPaintRow(HDC canvas, std::int32_t row, const GridBase&
     const bool isStrong = isSelected && (state.isFocused || isHighContrast);
     COLORREF ground = GetSysColor(COLOR_WINDOW);
     COLORREF ink = GetSysColor(state.isEnabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
-    if (isSelected) {
-        ground = GetSysColor(isStrong ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-        ink = GetSysColor(!state.isEnabled ? COLOR_GRAYTEXT : isStrong ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
-    }
-    const COLORREF line = isHighContrast
-                              ? GetSysColor(COLOR_GRAYTEXT)
-                              : Mixed(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT), kLineTint);
-    const int extra = geometry.RowHeight() - geometry.Scaled(4);
+    if (isSelected)
+        ground = PrvSelectionGround(isStrong);
+    if (isStrong && state.isEnabled)
+        ink = GetSysColor(COLOR_HIGHLIGHTTEXT);
+    const COLORREF line = PrvLineColor();
+    const int extra = geometry.RowHeight() - geometry.Scaled(kAroundSign);
     for (std::int32_t col = 0; col < grid.Cols(); ++col) {
         const RECT cell = geometry.CellRect(row, col);
         if (cell.left >= cell.right || cell.right <= 0 || cell.left >= geometry.Client().cx)
@@ -309,13 +288,15 @@ void Win32GridPainter::PrvPaintRow(HDC canvas, std::int32_t row, const GridBase&
         text.right -= 1;
         text.bottom -= 1;
         if (isMarked) {
-            const RECT place{text.left + 2, text.top + 1, text.left + 2 + extra, text.bottom - 1};
+            const RECT place{text.left + kBesideSign, text.top + 1, text.left + kBesideSign + extra,
+                             text.bottom - 1};
             PaintWarning(canvas, place, isHighContrast ? ground : kWarning,
                          isHighContrast ? ink : kWarningSign);
             text.left = place.right;
         }
         if (!grid.ComboList(col).empty()) {
-            const RECT place{text.right - 2 - extra, text.top + 1, text.right - 2, text.bottom - 1};
+            const RECT place{text.right - kBesideSign - extra, text.top + 1, text.right - kBesideSign,
+                             text.bottom - 1};
             PaintArrow(canvas, place, ink);
             text.right = place.left;
         }
@@ -336,12 +317,8 @@ void Win32GridPainter::PrvPaintCurrentRow(HDC canvas, const GridBase& grid, cons
         return;
     const bool isSelected = grid.Selection().Contains(row);
     const bool isStrong = isSelected && (state.isFocused || IsHighContrast());
-    const COLORREF ground = GetSysColor(isStrong     ? COLOR_HIGHLIGHT
-                                        : isSelected ? COLOR_BTNFACE
-                                                     : COLOR_WINDOW);
-    COLORREF color = GetSysColor(isStrong     ? COLOR_HIGHLIGHTTEXT
-                                 : isSelected ? COLOR_BTNTEXT
-                                              : COLOR_WINDOWTEXT);
+    const COLORREF ground = isSelected ? PrvSelectionGround(isStrong) : GetSysColor(COLOR_WINDOW);
+    COLORREF color = GetSysColor(isStrong ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
     if (!state.isFocused)
         color = Mixed(ground, color, kUnfocusedTint);
     const PenScope pen(canvas, isSelected ? PS_DOT : PS_SOLID, 1, color);
@@ -369,9 +346,10 @@ void Win32GridPainter::PrvPaintNotice(HDC canvas, const GridBase& grid,
     DrawTextW(canvas, Wide(text.c_str()), size, &room, format);
 }
 
-int Win32GridPainter::PrvExtraWidth(const GridBase& grid, std::int32_t row, std::int32_t col) const
+int Win32GridPainter::PrvExtraWidth(const GridBase& grid, const Win32GridGeometry& geometry, std::int32_t row,
+                                    std::int32_t col)
 {
-    const int sign = FontHeight() + 4;
+    const int sign = geometry.RowHeight() - geometry.Scaled(kAroundSign) + kBesideSign;
     const bool isData = row >= grid.FixedRows();
     return (isData && !grid.CellMark(row, col).empty() ? sign : 0) +
            (isData && !grid.ComboList(col).empty() ? sign : 0);

@@ -58,7 +58,12 @@ private:
     void PrvPaintCurrentRow(HDC canvas, const GridBase& grid, const Win32GridGeometry& geometry,
                             State state) const;
     void PrvPaintNotice(HDC canvas, const GridBase& grid, const Win32GridGeometry& geometry) const;
-    [[nodiscard]] int PrvExtraWidth(const GridBase& grid, std::int32_t row, std::int32_t col) const;
+    /// What signs and arrows take of a cell.
+    [[nodiscard]] static int PrvExtraWidth(const GridBase& grid, const Win32GridGeometry& geometry,
+                                           std::int32_t row, std::int32_t col);
+    [[nodiscard]] static COLORREF PrvLineColor();
+    /// Of rows that are selected: as the system has it, or paler.
+    [[nodiscard]] static COLORREF PrvSelectionGround(bool isStrong);
 
     HFONT m_font = nullptr;
     HTHEME m_headerTheme = nullptr;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32GridTips.h"
 
+#include "platform/Text.h"
+#include "platform/win32/Win32ToolTips.h"
 #include "platform/windows/WideText.h"
 
 #include <commctrl.h>
@@ -12,7 +14,8 @@ namespace KestrinProductEditor {
 namespace {
 
 constexpr UINT_PTR kToolId = 1;
-constexpr int kWidestTip = 600; // pixels; longer texts are broken into lines
+// More of a text than any screen shows.
+constexpr std::size_t kLongestText = 2000;
 
 } // namespace
 
@@ -24,10 +27,7 @@ Win32GridTips::~Win32GridTips()
 void Win32GridTips::Begin(HWND window)
 {
     m_window = window;
-    // The system ends it with its owner.
-    m_tip =
-        CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT,
-                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, nullptr, nullptr);
+    m_tip = Win32ToolTips::Make(window);
     if (m_tip == nullptr)
         return;
     TTTOOLINFOW tool{};
@@ -38,11 +38,11 @@ void Win32GridTips::Begin(HWND window)
     wchar_t nothing[] = L"";
     tool.lpszText = nothing;
     SendMessageW(m_tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    SendMessageW(m_tip, TTM_SETMAXTIPWIDTH, 0, kWidestTip);
 }
 
 void Win32GridTips::End()
 {
+    // The window around the grid may have taken it along.
     if (m_tip != nullptr && IsWindow(m_tip))
         DestroyWindow(m_tip);
     m_tip = nullptr;
@@ -50,6 +50,7 @@ void Win32GridTips::End()
 
 void Win32GridTips::Show(const RECT& place, std::u16string text)
 {
+    text.resize(Utf16Head(std::u16string_view(text), kLongestText).size());
     const bool isSame = EqualRect(&place, &m_place) && text == m_text;
     if (m_tip == nullptr || isSame)
         return;
@@ -61,6 +62,7 @@ void Win32GridTips::Show(const RECT& place, std::u16string text)
     tool.uId = kToolId;
     tool.rect = place;
     tool.lpszText = Wide(m_text.data());
+    Win32ToolTips::FollowResolution(m_tip, m_window);
     SendMessageW(m_tip, TTM_POP, 0, 0);
     SendMessageW(m_tip, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
     SendMessageW(m_tip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));

@@ -16,8 +16,9 @@ public:
     Win32GridTips& operator=(const Win32GridTips&) = delete;
     ~Win32GridTips();
 
-    /// Before the other members. The tip ends with the window.
+    /// Before the other members.
     void Begin(HWND window);
+    /// Before the window ends.
     void End();
     /// From now on the tip over `place` says `text`; empty for none.
     void Show(const RECT& place, std::u16string text);

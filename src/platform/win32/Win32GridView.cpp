@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32GridView.h"
 
+#include "platform/win32/Win32Canvas.h"
+#include "platform/win32/Win32ClickTarget.h"
+#include "platform/win32/Win32Clipboard.h"
 #include "platform/win32/Win32GridAccessible.h"
-#include "platform/windows/WideText.h"
+#include "platform/win32/Win32Keys.h"
+#include "platform/win32/Win32WindowClass.h"
 
 #include <oleacc.h>
 #include <windowsx.h>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace KestrinProductEditor {
@@ -25,14 +28,9 @@ constexpr UINT_PTR kDragTimer = 1;
 constexpr UINT kDragPause = 50; // milliseconds between the rows that a drag out of the list scrolls by
 constexpr int kSidewaysStep = 40;
 
-[[nodiscard]] bool IsHeld(int key)
-{
-    return GetKeyState(key) < 0;
-}
-
 [[nodiscard]] HeldKeys HeldWithKey()
 {
-    return {.shift = IsHeld(VK_SHIFT), .control = IsHeld(VK_CONTROL)};
+    return {.shift = IsDown(VK_SHIFT), .control = IsDown(VK_CONTROL)};
 }
 
 [[nodiscard]] HeldKeys HeldWithMouse(WPARAM keys)
@@ -45,74 +43,34 @@ constexpr int kSidewaysStep = 40;
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
 }
 
-/// The program or library that this code lies in, which a window class belongs to.
-[[nodiscard]] HINSTANCE OwnModule()
-{
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       Win32GridView::kClassName, &module);
-    return module;
-}
+} // namespace
 
-class WindowClass
+/// Tells of a press, and of its end whatever comes between.
+class Win32GridView::Press
 {
 public:
-    explicit WindowClass(WNDPROC procedure)
+    explicit Press(const Win32GridView& view) : m_view(view) { m_view.m_listener->PressBegins(); }
+    Press(const Press&) = delete;
+    Press& operator=(const Press&) = delete;
+    ~Press()
     {
-        WNDCLASSEXW windowClass{};
-        windowClass.cbSize = sizeof windowClass;
-        windowClass.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
-        windowClass.lpfnWndProc = procedure;
-        windowClass.hInstance = OwnModule();
-        windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        windowClass.lpszClassName = Win32GridView::kClassName;
-        RegisterClassExW(&windowClass);
+        if (m_view.m_listener != nullptr)
+            m_view.m_listener->PressEnds();
     }
-    WindowClass(const WindowClass&) = delete;
-    WindowClass& operator=(const WindowClass&) = delete;
-    // A library that is unloaded must not leave its class behind.
-    ~WindowClass() { UnregisterClassW(Win32GridView::kClassName, OwnModule()); }
-};
-
-/// A picture in memory that reaches the screen as a whole.
-class Canvas
-{
-public:
-    Canvas(HDC target, const RECT& dirty)
-        : m_target(target), m_dirty(dirty), m_canvas(CreateCompatibleDC(target)),
-          m_picture(
-              CreateCompatibleBitmap(target, std::max<int>(1, dirty.right), std::max<int>(1, dirty.bottom))),
-          m_before(SelectObject(m_canvas, m_picture))
-    {
-        SetLayout(m_canvas, GetLayout(target));
-        IntersectClipRect(m_canvas, dirty.left, dirty.top, dirty.right, dirty.bottom);
-    }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    ~Canvas()
-    {
-        BitBlt(m_target, m_dirty.left, m_dirty.top, m_dirty.right - m_dirty.left,
-               m_dirty.bottom - m_dirty.top, m_canvas, m_dirty.left, m_dirty.top, SRCCOPY);
-        SelectObject(m_canvas, m_before);
-        DeleteObject(m_picture);
-        DeleteDC(m_canvas);
-    }
-
-    [[nodiscard]] HDC Handle() const { return m_canvas; }
 
 private:
-    HDC m_target;
-    RECT m_dirty;
-    HDC m_canvas;
-    HBITMAP m_picture;
-    HGDIOBJ m_before;
+    const Win32GridView& m_view;
 };
-
-} // namespace
 
 void Win32GridView::Register()
 {
-    static const WindowClass windowClass(&PrvProcedure);
+    static const Win32WindowClass windowClass([] {
+        WNDCLASSEXW grid = {};
+        grid.style = CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
+        grid.lpfnWndProc = &PrvProcedure;
+        grid.lpszClassName = kClassName;
+        return grid;
+    }());
 }
 
 std::shared_ptr<Win32GridView> Win32GridView::Of(HWND window)
@@ -214,6 +172,13 @@ std::int32_t Win32GridView::MouseRow() const
 
 void Win32GridView::ScrollTo(std::int32_t row)
 {
+    // What is owed would undo it.
+    PrvPayCurrentRow();
+    PrvShowRow(row);
+}
+
+void Win32GridView::PrvShowRow(std::int32_t row)
+{
     if (m_grid && row >= m_geometry->FirstRow())
         PrvScrollToTop(m_geometry->TopRowShowing(row));
 }
@@ -223,13 +188,14 @@ RECT Win32GridView::CellRect(std::int32_t row, std::int32_t col) const
     return m_grid ? m_geometry->CellRect(row, col) : RECT{};
 }
 
-void Win32GridView::Choose(std::int32_t row, HeldKeys held)
+bool Win32GridView::Choose(std::int32_t row, HeldKeys held)
 {
-    if (!m_grid)
-        return;
+    if (!PrvIsDataRow(row))
+        return false;
     const std::shared_ptr<Win32GridView> self = shared_from_this();
     ScrollTo(row);
     PrvTell(row, m_choice.Click(row, held, m_grid->Selection()));
+    return true;
 }
 
 LRESULT CALLBACK Win32GridView::PrvProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -251,6 +217,7 @@ LRESULT CALLBACK Win32GridView::PrvProcedure(HWND window, UINT message, WPARAM w
             SetWindowLongPtrW(window, GWLP_USERDATA, 0);
             delete held; // NOLINT(cppcoreguidelines-owning-memory): made at WM_NCCREATE
             self->PrvCloseDropDown();
+            self->m_tips.End();
             self->m_window = nullptr;
             return DefWindowProcW(window, message, wParam, lParam);
         }
@@ -275,8 +242,6 @@ LRESULT Win32GridView::PrvHandle(UINT message, WPARAM wParam, LPARAM lParam)
         return reinterpret_cast<LRESULT>(m_painter.Font());
     case WM_GETOBJECT:
         return PrvGiveAccessible(wParam, lParam);
-    case WM_MOUSEACTIVATE:
-        return MA_ACTIVATE;
     case WM_SETCURSOR:
         return LOWORD(lParam) == HTCLIENT && PrvShowCursor() ? 1 : PrvDefault(message, wParam, lParam);
     case WM_GETDLGCODE: {
@@ -326,13 +291,11 @@ bool Win32GridView::PrvHandleLooks(UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case WM_PAINT: {
         PrvPayCurrentRow();
-        PAINTSTRUCT paint{};
-        HDC const target = BeginPaint(m_window, &paint);
+        const Win32Painting painting(m_window);
         if (!m_grid || m_grid->IsRedrawing())
-            PrvPaint(target);
+            PrvPaint(painting.Target());
         else
             m_owesPaint = true;
-        EndPaint(m_window, &paint);
         return true;
     }
     case WM_PRINTCLIENT:
@@ -376,6 +339,9 @@ bool Win32GridView::PrvHandleMouse(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (!m_grid)
         return false;
+    // A handler of the press may have shown another window.
+    if (m_capture != Capture::None && !IsOpenToUser(m_window))
+        PrvEndCapture();
     switch (message) {
     case WM_LBUTTONDOWN:
         PrvPress(PointOf(lParam), HeldWithMouse(wParam), true);
@@ -438,7 +404,7 @@ void Win32GridView::PrvPress(POINT place, HeldKeys held, bool isLeft)
     m_pressedColumn = isLeft ? col : -1;
     if (row >= 0 && col >= 0)
         m_lastColumn = col;
-    m_listener->PressBegins();
+    const Press press(*this);
     if (m_grid && row >= 0) {
         if (isLeft) {
             m_capture = Capture::Rows;
@@ -450,8 +416,6 @@ void Win32GridView::PrvPress(POINT place, HeldKeys held, bool isLeft)
     } else if (m_grid && isLeft && !held.shift && !held.control) {
         PrvTell(m_grid->CurrentRow(), {});
     }
-    if (m_listener)
-        m_listener->PressEnds();
 }
 
 void Win32GridView::PrvPressHeader(POINT place, bool isLeft)
@@ -597,9 +561,9 @@ void Win32GridView::PrvTurnWheelAcross(int delta)
 /// False when that ended the grid.
 bool Win32GridView::PrvTakeFocus()
 {
-    m_listener->PressBegins();
-    if (m_listener)
-        m_listener->PressEnds();
+    {
+        const Press press(*this);
+    }
     return m_listener != nullptr;
 }
 
@@ -639,11 +603,16 @@ bool Win32GridView::PrvTakeKey(WPARAM key, bool isAlt)
     if (isMove)
         m_typedName.clear();
     if (m_dropDown.Window() != nullptr) {
+        // Alt+F4 is the window's.
+        if (isAlt && key == VK_F4)
+            return false;
         m_dropDown.TakeKey(key, isAlt);
+        if (m_grid && m_dropDown.Window() == nullptr)
+            PrvNotify(EVENT_OBJECT_FOCUS, m_grid->CurrentRow());
         return true;
     }
     // AltGr is Ctrl and Alt: what comes of it is a character.
-    if (!isAlt && IsHeld(VK_MENU))
+    if (!isAlt && IsDown(VK_MENU))
         return false;
     const HeldKeys held = HeldWithKey();
     const std::int64_t current = m_grid->CurrentRow() < 0 ? std::int64_t{m_geometry->FirstRow()} - 1
@@ -705,7 +674,7 @@ bool Win32GridView::PrvTakeKey(WPARAM key, bool isAlt)
 void Win32GridView::PrvTakeCharacter(char16_t character)
 {
     // AltGr is Ctrl and Alt.
-    const bool isChord = IsHeld(VK_CONTROL) && !IsHeld(VK_MENU);
+    const bool isChord = IsDown(VK_CONTROL) && !IsDown(VK_MENU);
     if (isChord || character < u' ' || character == u'\x7F')
         return;
     if (character != u' ' || PrvIsTypingName()) {
@@ -755,7 +724,7 @@ void Win32GridView::PrvTypeName(char16_t character)
         return;
     }
     const std::int32_t row = m_grid->RowNamed(m_typedName);
-    if (row >= m_geometry->FirstRow() && row < m_geometry->FirstRow() + m_geometry->DataRows())
+    if (PrvIsDataRow(row))
         PrvMoveTo(row, {});
 }
 
@@ -779,20 +748,9 @@ void Win32GridView::PrvCopy() const
     const bool isThere =
         m_lastColumn >= 0 && m_lastColumn < m_grid->Cols() && !m_grid->IsColHidden(m_lastColumn);
     const std::int32_t col = isThere ? m_lastColumn : m_geometry->FirstVisibleColumn();
-    if (m_grid->CurrentRow() < 0 || col < 0 || !OpenClipboard(m_window))
-        return;
-    const std::u16string text = m_grid->DisplayText(m_grid->CurrentRow(), col);
-    const std::size_t bytes = (text.size() + 1) * sizeof(char16_t);
-    EmptyClipboard();
-    HGLOBAL const memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    if (void* const room = memory != nullptr ? GlobalLock(memory) : nullptr) {
-        std::memcpy(room, text.c_str(), bytes);
-        GlobalUnlock(memory);
-        // From here on it is the clipboard's.
-        if (SetClipboardData(CF_UNICODETEXT, memory) == nullptr)
-            GlobalFree(memory);
-    }
-    CloseClipboard();
+    // Where another program keeps the clipboard, what it holds stays.
+    if (m_grid->CurrentRow() >= 0 && col >= 0)
+        (void)Win32Clipboard::PutText(m_window, m_grid->DisplayText(m_grid->CurrentRow(), col));
 }
 
 bool Win32GridView::PrvWantsKey(const MSG& message) const
@@ -804,10 +762,9 @@ bool Win32GridView::PrvWantsKey(const MSG& message) const
 
 // Acts
 
-void Win32GridView::DoubleClick()
+bool Win32GridView::PrvIsDataRow(std::int32_t row) const
 {
-    if (m_listener)
-        m_listener->DoubleClicked();
+    return m_grid && row >= m_geometry->FirstRow() && row - m_geometry->FirstRow() < m_geometry->DataRows();
 }
 
 void Win32GridView::PrvTell(std::int32_t currentRow, const RowSelection& selection)
@@ -933,7 +890,7 @@ void Win32GridView::PrvPayCurrentRow()
         return;
     // Until it is shown the window may still get another size.
     m_owesCurrentRow = !IsWindowVisible(m_window);
-    ScrollTo(m_grid->CurrentRow());
+    PrvShowRow(m_grid->CurrentRow());
 }
 
 void Win32GridView::PrvMeasureFont()
@@ -960,7 +917,7 @@ void Win32GridView::PrvPaint(HDC target) const
         return;
     }
     const bool isFocused = GetFocus() == m_window;
-    const Canvas canvas(target, {client.left, client.top, client.right, client.bottom});
+    const Win32Canvas canvas(target, {client.right, client.bottom});
     m_painter.Paint(canvas.Handle(), dirty, *m_grid, *m_geometry,
                     {.isFocused = isFocused, .isEnabled = IsWindowEnabled(m_window) != FALSE});
 }
@@ -997,8 +954,7 @@ std::int32_t Win32GridView::PrvFirstDropDownColumn() const
 
 bool Win32GridView::PrvOpenDropDown(std::int32_t row, std::int32_t col)
 {
-    const bool isRow = row >= m_geometry->FirstRow() && row < m_geometry->FirstRow() + m_geometry->DataRows();
-    if (!isRow || m_grid->ComboList(col).empty() || !IsWindowEnabled(m_window))
+    if (!PrvIsDataRow(row) || m_grid->ComboList(col).empty() || !IsOpenToUser(m_window))
         return false;
     ScrollTo(row);
     const auto picked = [weak = weak_from_this(), row, col](std::int32_t number) {

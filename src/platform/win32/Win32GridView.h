@@ -90,11 +90,12 @@ public:
     [[nodiscard]] HWND OpenDropDown() const { return m_dropDown.Window(); }
     /// The place of a cell on the client area, header cells too; it may be out of sight.
     [[nodiscard]] RECT CellRect(std::int32_t row, std::int32_t col) const;
-    /// Chooses the row as a click would, without a mouse.
-    void Choose(std::int32_t row, HeldKeys held);
-    void DoubleClick();
+    /// Chooses the row as a click would, without a mouse. False when there is no such row.
+    bool Choose(std::int32_t row, HeldKeys held);
 
 private:
+    class Press;
+
     /// What the mouse that is held down does.
     enum class Capture
     {
@@ -139,11 +140,13 @@ private:
     [[nodiscard]] bool PrvWantsKey(const MSG& message) const;
 
     // Acts
+    [[nodiscard]] bool PrvIsDataRow(std::int32_t row) const;
     void PrvTell(std::int32_t currentRow, const RowSelection& selection);
     void PrvFollowGrid();
 
     // Scrolling
     void PrvLayOut();
+    void PrvShowRow(std::int32_t row);
     void PrvScrollToTop(std::int64_t topRow);
     void PrvScrollAcross(int pixels);
     void PrvTurnBar(int bar, WORD request);

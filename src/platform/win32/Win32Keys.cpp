@@ -54,11 +54,6 @@ namespace {
     return std::u16string(1, static_cast<char16_t>(KeyOf(key)));
 }
 
-[[nodiscard]] bool IsDown(int key)
-{
-    return GetKeyState(key) < 0;
-}
-
 } // namespace
 
 std::u16string TextOf(Shortcut shortcut)
@@ -66,6 +61,11 @@ std::u16string TextOf(Shortcut shortcut)
     if (shortcut.key == Key::None)
         return {};
     return (shortcut.control ? u"Ctrl+" : u"") + NameOf(shortcut.key);
+}
+
+bool IsDown(int key) noexcept
+{
+    return GetKeyState(key) < 0;
 }
 
 bool RepeatsItself(const MSG& message) noexcept

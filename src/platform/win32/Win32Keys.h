@@ -14,6 +14,9 @@ namespace KestrinProductEditor {
 /// How the shortcut is written in a menu: "Ctrl+N".
 [[nodiscard]] std::u16string TextOf(Shortcut shortcut);
 
+/// Whether the key is held down, as of the message that is handled now.
+[[nodiscard]] bool IsDown(int key) noexcept;
+
 /// Whether a key message comes from a key that is held down.
 [[nodiscard]] bool RepeatsItself(const MSG& message) noexcept;
 

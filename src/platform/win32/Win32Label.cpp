@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32Label.h"
 
+#include "platform/win32/Win32TextMeasure.h"
 #include "platform/windows/WideText.h"
 
 #include <commctrl.h>
@@ -30,38 +31,6 @@ namespace {
     return line;
 }
 
-/// The screen's canvas with the label's font, to measure its text.
-class Measure
-{
-public:
-    explicit Measure(HWND label)
-        : m_label(label), m_canvas(GetDC(label)),
-          m_before(SelectObject(m_canvas, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0))))
-    {
-    }
-    Measure(const Measure&) = delete;
-    Measure& operator=(const Measure&) = delete;
-    ~Measure()
-    {
-        if (m_before != nullptr)
-            SelectObject(m_canvas, m_before);
-        ReleaseDC(m_label, m_canvas);
-    }
-
-    /// In `width` pixels, where the text breaks into lines.
-    [[nodiscard]] RECT Place(std::u16string_view text, LONG width, UINT format) const
-    {
-        RECT place = {0, 0, width, 0};
-        DrawTextW(m_canvas, Wide(text.data()), static_cast<int>(text.size()), &place, format | DT_CALCRECT);
-        return place;
-    }
-
-private:
-    HWND m_label;
-    HDC m_canvas;
-    HGDIOBJ m_before;
-};
-
 } // namespace
 
 Win32Label::Win32Label(HWND label, HWND buddy, Win32Focus& focus, Win32Mnemonics& mnemonics)
@@ -74,9 +43,7 @@ Win32Label::Win32Label(HWND label, HWND buddy, Win32Focus& focus, Win32Mnemonics
         return;
     }
     SetWindowLongW(label, GWL_STYLE, StyleOf(label) & ~LONG{SS_NOPREFIX});
-    m_bearer = mnemonics.Add(Win32Mnemonics::Rank::Label, [label](const std::u16string& marked) {
-        SetWindowTextW(label, Wide(marked.c_str()));
-    });
+    m_bearer = mnemonics.Add(Win32Mnemonics::Rank::Label, Win32Mnemonics::In(label));
 }
 
 Win32Label::~Win32Label()
@@ -120,7 +87,7 @@ bool Win32Label::PrvIsCut() const
 {
     RECT inside = {};
     GetClientRect(Window(), &inside);
-    const Measure measure(Window());
+    const Win32TextMeasure measure(Window());
     if (IsOneLine(Window()))
         return measure.Place(InOneLine(m_caption), 0, DT_SINGLELINE | DT_NOPREFIX).right > inside.right;
     const bool breaksWords = (StyleOf(Window()) & SS_EDITCONTROL) == SS_EDITCONTROL;

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <span>
+#include <utility>
 
 namespace KestrinProductEditor {
 
@@ -96,6 +98,20 @@ INT_PTR CALLBACK NoProcedure(HWND, UINT, WPARAM, LPARAM)
     DWORD layout = 0;
     const bool isProcess = GetProcessDefaultLayout(&layout) != 0 && (layout & LAYOUT_RTL) != 0;
     return isProcess || (owner != nullptr && (GetWindowLongW(owner, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0);
+}
+
+/// A mirrored box shows the parts of a text in the wrong order where the system does not see to it itself: it
+/// must only read from the right.
+void ReadInsteadOfMirror(HWND control)
+{
+    const LONG style = GetWindowLongW(control, GWL_EXSTYLE);
+    const bool isBox = (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0;
+    if (!isBox || (style & WS_EX_LAYOUTRTL) == 0)
+        return;
+    constexpr LONG kReads = WS_EX_RTLREADING | WS_EX_RIGHT;
+    SetWindowLongW(control, GWL_EXSTYLE, (style & ~LONG{WS_EX_LAYOUTRTL}) | kReads);
+    SetWindowPos(control, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 } // namespace
@@ -189,8 +205,10 @@ HWND Win32Layout::Create(HWND parent)
                                           &NoProcedure, 0);
     if (m_window == nullptr)
         throw AutomationError(kErrOutOfMemory);
-    for (Item& item : m_items)
+    for (Item& item : m_items) {
         item.window = GetDlgItem(m_window, item.id);
+        ReadInsteadOfMirror(item.window);
+    }
     TakeFont();
     return m_window;
 }
@@ -226,6 +244,9 @@ void Win32Layout::Arrange()
     }
     if (places != nullptr)
         EndDeferWindowPos(places);
+    // What the system keeps of a mirrored window's old picture is not in its place.
+    if ((GetWindowLongW(m_window, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0)
+        RedrawWindow(m_window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void Win32Layout::TakeFont()
@@ -233,7 +254,9 @@ void Win32Layout::TakeFont()
     const UINT dpi = GetDpiForWindow(m_window);
     Win32Font font(dpi);
     Win32Font boldFont(dpi, Win32Font::Weight::Bold);
-    m_unit = {font.AverageWidth(), font.LineHeight()};
+    const SIZE before = std::exchange(m_unit, {font.AverageWidth(), font.LineHeight()});
+    if (before.cx > 0)
+        m_splitter = MulDiv(m_splitter, m_unit.cx, before.cx);
     const auto tell = [](HWND window, const Win32Font& shown) {
         SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(shown.Handle()), TRUE);
     };
@@ -291,15 +314,17 @@ RECT Win32Layout::PrvPlace(const Item& item, SIZE grown, int splitter) const
 
 int Win32Layout::PrvSplitterWithin(int wanted, int grown) const
 {
-    // A pane may become as small as half of what it was drawn.
-    int least = 0;
+    // A pane keeps three fifths of what it was drawn.
+    const auto spare = [this](const Item& item) {
+        return static_cast<int>(PrvPixels(item.drawn.width, 0).cx) * 2 / 5;
+    };
+    int least = std::numeric_limits<int>::max();
     int most = 0;
     for (const Item& item : m_items) {
-        const int width = static_cast<int>(PrvPixels(item.drawn.width, 0).cx);
         if (item.left == Tie::Near && item.right == Tie::Splitter)
-            least = std::min(least, -(width + grown) + width / 2);
+            least = std::min(least, -grown - spare(item));
         if (item.left == Tie::Splitter && item.right == Tie::Far)
-            most = std::max(most, width / 2);
+            most = std::max(most, spare(item));
     }
     return std::clamp(wanted, std::min(least, most), most);
 }

@@ -106,6 +106,9 @@ MessageAnswer Win32MessageBox::Show(std::u16string_view text, std::int32_t style
         owner = GetActiveWindow();
         flags |= MB_SETFOREGROUND;
     }
+    // Without an owner the user could go on in the host's windows.
+    if (owner == nullptr)
+        flags |= MB_TASKMODAL;
     if ((GetWindowLongW(owner, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0)
         flags |= MB_RTLREADING | MB_RIGHT;
     const Win32Looks looks;

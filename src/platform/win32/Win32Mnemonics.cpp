@@ -2,6 +2,7 @@
 #include "platform/win32/Win32Mnemonics.h"
 
 #include "platform/ui/Mnemonics.h"
+#include "platform/windows/WideText.h"
 
 #include <algorithm>
 #include <numeric>
@@ -20,6 +21,11 @@ namespace {
 }
 
 } // namespace
+
+Win32Mnemonics::Show Win32Mnemonics::In(HWND window)
+{
+    return [window](const std::u16string& marked) { SetWindowTextW(window, Wide(marked.c_str())); };
+}
 
 std::size_t Win32Mnemonics::Add(Rank rank, Show show)
 {

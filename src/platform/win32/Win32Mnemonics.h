@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <windows.h>
+
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -24,6 +26,9 @@ public:
     };
     /// Shows a caption whose letter is marked with "&", and "&&" for each "&". Called when it changes.
     using Show = std::function<void(const std::u16string& marked)>;
+
+    /// As the text of a window.
+    [[nodiscard]] static Show In(HWND window);
 
     /// A new bearer of a letter, without a caption yet.
     [[nodiscard]] std::size_t Add(Rank rank, Show show);

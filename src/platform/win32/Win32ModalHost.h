@@ -16,12 +16,12 @@ public:
     Win32ModalHost(HWND modal, HWND below);
     Win32ModalHost(const Win32ModalHost&) = delete;
     Win32ModalHost& operator=(const Win32ModalHost&) = delete;
-    ~Win32ModalHost() { Release(); }
+    ~Win32ModalHost();
 
     /// The owner; null for none.
     [[nodiscard]] HWND Owner() const { return m_owner; }
-    /// The modal window, which is shown now, comes to the front.
-    void BringForward() const;
+    /// Shows the modal window, in front of its owner and active.
+    void Show() const;
     /// Gives the windows back, before the modal one is hidden: the system would activate another program's.
     void Release();
 

@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32ProgressBar.h"
 
-#include "platform/win32/Win32Looks.h"
-#include "platform/windows/WideText.h"
+#include "platform/win32/Win32Canvas.h"
+#include "platform/win32/Win32WindowClass.h"
+#include "platform/win32/Win32Windows.h"
 
 #include <commctrl.h>
-#include <oleacc.h>
 
 #include <algorithm>
-#include <vector>
 
 namespace KestrinProductEditor {
 
 namespace {
 
 constexpr int kFull = 100;
+
+// Tells screen readers to treat the window as they do the system's own progress bars, and to ask it the same.
+constexpr LRESULT kLikeProgressBars = 65536 + 13;
 
 // What the class keeps with each window
 constexpr int kValuePlace = 0;
@@ -26,21 +28,13 @@ constexpr int kKept = 2 * sizeof(LONG_PTR);
     return static_cast<int>(GetWindowLongPtrW(bar, kValuePlace));
 }
 
-[[nodiscard]] std::vector<wchar_t> CaptionOf(HWND bar)
-{
-    std::vector<wchar_t> caption(static_cast<std::size_t>(GetWindowTextLengthW(bar)) + 1);
-    caption.resize(
-        static_cast<std::size_t>(GetWindowTextW(bar, caption.data(), static_cast<int>(caption.size()))));
-    return caption;
-}
-
 void Fill(HDC canvas, const RECT& place, int color)
 {
     FillRect(canvas, &place, GetSysColorBrush(color));
 }
 
-void PaintPart(HDC canvas, const RECT& inside, const RECT& part, const std::vector<wchar_t>& caption,
-               int ground, int ink)
+void PaintPart(HDC canvas, const RECT& inside, const RECT& part, const std::u16string& caption, int ground,
+               int ink)
 {
     const int saved = SaveDC(canvas);
     IntersectClipRect(canvas, part.left, part.top, part.right, part.bottom);
@@ -48,7 +42,7 @@ void PaintPart(HDC canvas, const RECT& inside, const RECT& part, const std::vect
     SetTextColor(canvas, GetSysColor(ink));
     // The same place in both parts, so that the letters meet.
     RECT place = inside;
-    DrawTextW(canvas, caption.data(), static_cast<int>(caption.size()), &place,
+    DrawTextW(canvas, Wide(caption.data()), static_cast<int>(caption.size()), &place,
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
     RestoreDC(canvas, saved);
 }
@@ -61,10 +55,10 @@ void PaintBar(HWND bar, HDC canvas)
     if (const auto font = reinterpret_cast<HFONT>(GetWindowLongPtrW(bar, kFontPlace)))
         SelectObject(canvas, font);
     SetBkMode(canvas, TRANSPARENT);
-    Fill(canvas, inside, COLOR_WINDOWTEXT);
+    Fill(canvas, inside, COLOR_GRAYTEXT);
     const int line = std::max(1, static_cast<int>(GetDpiForWindow(bar)) / USER_DEFAULT_SCREEN_DPI);
     InflateRect(&inside, -line, -line);
-    const std::vector<wchar_t> caption = CaptionOf(bar);
+    const std::u16string caption = TextOfWindow(bar);
     RECT filled = inside;
     filled.right = inside.left + (inside.right - inside.left) * ValueOf(bar) / kFull;
     RECT left = inside;
@@ -77,33 +71,11 @@ void PaintBar(HWND bar, HDC canvas)
 /// In memory first: a bar that is painted often must not flicker.
 void Paint(HWND bar)
 {
-    PAINTSTRUCT painting = {};
-    const HDC screen = BeginPaint(bar, &painting);
-    RECT whole = {};
-    GetClientRect(bar, &whole);
-    const HDC canvas = CreateCompatibleDC(screen);
-    const HBITMAP picture =
-        CreateCompatibleBitmap(screen, std::max<int>(1, whole.right), std::max<int>(1, whole.bottom));
-    const HGDIOBJ before = SelectObject(canvas, picture);
-    SetLayout(canvas, GetLayout(screen));
-    PaintBar(bar, canvas);
-    BitBlt(screen, 0, 0, whole.right, whole.bottom, canvas, 0, 0, SRCCOPY);
-    SelectObject(canvas, before);
-    DeleteObject(picture);
-    DeleteDC(canvas);
-    EndPaint(bar, &painting);
-}
-
-/// The system knows how to tell of its own bars, and asks this one for the same things; null where it cannot.
-[[nodiscard]] LRESULT GiveAccessible(HWND bar, WPARAM wParam)
-{
-    IAccessible* accessible = nullptr;
-    if (FAILED(CreateStdAccessibleProxyW(bar, PROGRESS_CLASSW, OBJID_CLIENT, __uuidof(IAccessible),
-                                         reinterpret_cast<void**>(&accessible))))
-        return 0;
-    const LRESULT answer = LresultFromObject(__uuidof(IAccessible), wParam, accessible);
-    accessible->Release();
-    return answer;
+    const Win32Painting painting(bar);
+    RECT inside = {};
+    GetClientRect(bar, &inside);
+    const Win32Canvas canvas(painting.Target(), {inside.right, inside.bottom});
+    PaintBar(bar, canvas.Handle());
 }
 
 [[nodiscard]] LRESULT RangeOf(PBRANGE* range, bool isLowerAsked)
@@ -154,10 +126,8 @@ void Paint(HWND bar)
     case PBM_GETRANGE:
         return RangeOf(reinterpret_cast<PBRANGE*>(lParam), wParam != 0);
     case WM_GETOBJECT:
-        if (static_cast<LONG>(lParam) == OBJID_CLIENT) {
-            if (const LRESULT answer = GiveAccessible(bar, wParam))
-                return answer;
-        }
+        if (static_cast<LONG>(lParam) == OBJID_QUERYCLASSNAMEIDX)
+            return kLikeProgressBars;
         break;
     default:
         break;
@@ -175,32 +145,18 @@ LRESULT CALLBACK Procedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam)
     }
 }
 
-class WindowClass
-{
-public:
-    WindowClass()
-    {
-        WNDCLASSEXW windowClass = {};
-        windowClass.cbSize = sizeof windowClass;
-        windowClass.style = CS_HREDRAW | CS_VREDRAW;
-        windowClass.lpfnWndProc = &Procedure;
-        windowClass.cbWndExtra = kKept;
-        windowClass.hInstance = OwnModule();
-        windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        windowClass.lpszClassName = Win32ProgressBar::kClassName;
-        RegisterClassExW(&windowClass);
-    }
-    WindowClass(const WindowClass&) = delete;
-    WindowClass& operator=(const WindowClass&) = delete;
-    // A library that is unloaded must not leave its class behind.
-    ~WindowClass() { UnregisterClassW(Win32ProgressBar::kClassName, OwnModule()); }
-};
-
 } // namespace
 
 void Win32ProgressBar::Register()
 {
-    static const WindowClass windowClass;
+    static const Win32WindowClass windowClass([] {
+        WNDCLASSEXW bar = {};
+        bar.style = CS_HREDRAW | CS_VREDRAW;
+        bar.lpfnWndProc = &Procedure;
+        bar.cbWndExtra = kKept;
+        bar.lpszClassName = kClassName;
+        return bar;
+    }());
 }
 
 void Win32ProgressBar::SetValue(std::int32_t value)

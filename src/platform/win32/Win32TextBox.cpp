@@ -3,8 +3,9 @@
 
 #include "platform/win32/Win32Clipboard.h"
 #include "platform/win32/Win32HighContrast.h"
+#include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Reflection.h"
-#include "platform/windows/WideText.h"
+#include "platform/win32/Win32Windows.h"
 
 #include <commctrl.h>
 #include <imm.h>
@@ -22,9 +23,22 @@ constexpr COLORREF kDisabledInk = RGB(0x40, 0x40, 0x40);
 // What an EDIT can hold; the limit here is for what is typed, the EDIT's own would cut what the program
 // writes.
 constexpr WPARAM kNoLimit = 0x7FFFFFFE;
-// Where an EDIT finds no place to break a line, the time that it takes may grow with the square of what it is
-// given at once; in one line, with that of the number of pieces.
-constexpr std::size_t kPieceOfMany = 1000;
+// The time that an EDIT takes may grow with the square of the length of a line that it is given at once, and
+// with that of the number of pieces.
+constexpr std::size_t kLongLine = 1000;
+
+/// What an EDIT of many lines takes at once: lines, or a part of one that is long.
+[[nodiscard]] std::u16string_view FirstPiece(std::u16string_view text)
+{
+    std::size_t end = 0;
+    while (end < text.size()) {
+        const std::size_t next = std::min(text.find(u'\n', end), text.size() - 1) + 1;
+        if (next - end > kLongLine)
+            break;
+        end = next;
+    }
+    return end > 0 ? text.substr(0, end) : FittingHead(text, kLongLine);
+}
 
 [[nodiscard]] COLORREF ColorOf(std::uint32_t rgb)
 {
@@ -32,17 +46,11 @@ constexpr std::size_t kPieceOfMany = 1000;
     return RGB((rgb >> 16U) & kByte, (rgb >> 8U) & kByte, rgb & kByte);
 }
 
-[[nodiscard]] bool IsDown(int key)
+/// Of a message from anywhere, which may have none.
+[[nodiscard]] std::u16string TextOfMessage(LPARAM lParam)
 {
-    return GetKeyState(key) < 0;
-}
-
-[[nodiscard]] std::u16string TextOfWindow(HWND window)
-{
-    std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
-    text.resize(
-        static_cast<std::size_t>(GetWindowTextW(window, Wide(text.data()), static_cast<int>(text.size()))));
-    return text;
+    const auto* const text = reinterpret_cast<const wchar_t*>(lParam);
+    return text != nullptr ? FromWide(text) : std::u16string();
 }
 
 /// The letters that an input method is about to make stand where they will be, and look alike.
@@ -200,8 +208,8 @@ std::optional<LRESULT> Win32TextBox::PrvHandleTyping(UINT message, WPARAM wParam
     case WM_UNICHAR:
         if (wParam == UNICODE_NOCHAR)
             return TRUE;
-        PrvType(
-            {static_cast<std::int32_t>(wParam), Win32TypedText::ActOf(static_cast<std::int32_t>(wParam))});
+        if (const std::optional<TypedKey> typed = m_typed.FromCodePoint(wParam))
+            PrvType(*typed);
         return FALSE;
     case WM_SYSKEYDOWN:
         if (wParam != VK_BACK)
@@ -236,8 +244,7 @@ std::optional<LRESULT> Win32TextBox::PrvHandleEditing(UINT message, LPARAM lPara
         PrvAct(TypedAct::Paste, 0);
         return 0;
     case WM_CLEAR:
-        if (!m_isLocked)
-            PrvReplace(PrvSelection(), {}, Win32EditHistory::Kind::Whole);
+        PrvTakeInPlaceOfSelection({});
         return 0;
     case WM_UNDO:
     case EM_UNDO: {
@@ -250,13 +257,12 @@ std::optional<LRESULT> Win32TextBox::PrvHandleEditing(UINT message, LPARAM lPara
     case EM_REPLACESEL:
         if (m_showings > 0)
             return std::nullopt;
-        if (!m_isLocked)
-            PrvPaste(FromWide(reinterpret_cast<const wchar_t*>(lParam)));
+        PrvTakeInPlaceOfSelection(TextOfMessage(lParam));
         return 0;
     case WM_SETTEXT:
         if (m_showings > 0)
             return std::nullopt;
-        SetText(lParam != 0 ? FromWide(reinterpret_cast<const wchar_t*>(lParam)) : std::u16string());
+        SetText(TextOfMessage(lParam));
         return TRUE;
     case EM_SETLIMITTEXT:
         return 0;
@@ -417,6 +423,16 @@ void Win32TextBox::PrvPaste(std::u16string_view text)
               Win32EditHistory::Kind::Whole);
 }
 
+void Win32TextBox::PrvTakeInPlaceOfSelection(std::u16string_view text)
+{
+    if (m_isLocked)
+        return;
+    if (text.empty())
+        PrvReplace(PrvSelection(), {}, Win32EditHistory::Kind::Whole);
+    else
+        PrvPaste(text);
+}
+
 void Win32TextBox::PrvTravel(const std::optional<Win32EditHistory::Step>& step)
 {
     if (step)
@@ -481,7 +497,7 @@ void Win32TextBox::PrvShow()
 void Win32TextBox::PrvPut(std::u16string_view shown)
 {
     do {
-        const std::u16string piece(m_lines == BoxLines::Many ? FittingHead(shown, kPieceOfMany) : shown);
+        const std::u16string piece(m_lines == BoxLines::Many ? FirstPiece(shown) : shown);
         shown.remove_prefix(piece.size());
         SendMessageW(Window(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(piece.c_str()));
     } while (!shown.empty());

@@ -71,6 +71,8 @@ private:
     void PrvEraseAfter();
     void PrvInsert(std::u16string_view text, Win32EditHistory::Kind kind);
     void PrvPaste(std::u16string_view text);
+    /// Another program's; empty erases.
+    void PrvTakeInPlaceOfSelection(std::u16string_view text);
     void PrvTravel(const std::optional<Win32EditHistory::Step>& step);
     /// The EDIT's text has become another one in a way that nothing here knows of.
     void PrvTakeOver();

@@ -292,8 +292,8 @@ void Win32ToolBar::PrvOpened(HMENU menu) const
 
 void Win32ToolBar::PrvAnswerToolTip(NMTBGETINFOTIPW& question) const
 {
-    const std::u16string text(m_buttons.ToolTipOf(static_cast<UINT>(question.iItem)));
-    lstrcpynW(question.pszText, Wide(text.c_str()), question.cchTextMax);
+    if (const std::u16string* const text = m_buttons.ToolTipOf(static_cast<UINT>(question.iItem)))
+        lstrcpynW(question.pszText, Wide(text->c_str()), question.cchTextMax);
 }
 
 std::size_t Win32ToolBar::PrvFind(std::u16string_view id) const

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32ToolButtons.h"
 
-#include "platform/windows/WideText.h"
+#include "platform/win32/Win32TextMeasure.h"
 
 #include <algorithm>
 #include <cassert>
@@ -23,43 +23,6 @@ constexpr int kUsualDpi = 96;
 
 // The system's own, at every resolution: there are bars that place their icons by it.
 constexpr int kAroundDown = 6;
-
-/// Texts in the font of a window.
-class Measure
-{
-public:
-    explicit Measure(HWND window) : m_window(window), m_context(GetDC(window))
-    {
-        const LRESULT font = SendMessageW(window, WM_GETFONT, 0, 0);
-        m_before = font == 0 ? nullptr : SelectObject(m_context, reinterpret_cast<HGDIOBJ>(font));
-    }
-    Measure(const Measure&) = delete;
-    Measure& operator=(const Measure&) = delete;
-    ~Measure()
-    {
-        if (m_before != nullptr)
-            SelectObject(m_context, m_before);
-        ReleaseDC(m_window, m_context);
-    }
-
-    [[nodiscard]] int LineHeight() const
-    {
-        TEXTMETRICW metrics = {};
-        GetTextMetricsW(m_context, &metrics);
-        return metrics.tmHeight;
-    }
-    [[nodiscard]] int Width(const std::u16string& text) const
-    {
-        SIZE size = {};
-        GetTextExtentPoint32W(m_context, Wide(text.c_str()), static_cast<int>(text.size()), &size);
-        return size.cx;
-    }
-
-private:
-    HWND m_window;
-    HDC m_context;
-    HGDIOBJ m_before;
-};
 
 [[nodiscard]] int Scaled(HWND window, int pixels)
 {
@@ -106,11 +69,11 @@ void Win32ToolButtons::SetEnabled(UINT command, bool bEnabled)
     SendMessageW(m_bar, TB_ENABLEBUTTON, command, MAKELPARAM(bEnabled ? TRUE : FALSE, 0));
 }
 
-std::u16string_view Win32ToolButtons::ToolTipOf(UINT command) const
+const std::u16string* Win32ToolButtons::ToolTipOf(UINT command) const
 {
     const auto button = std::find_if(m_buttons.begin(), m_buttons.end(),
                                      [command](const Button& one) { return one.command == command; });
-    return button == m_buttons.end() ? std::u16string_view() : button->toolTip;
+    return button == m_buttons.end() ? nullptr : &button->toolTip;
 }
 
 LRESULT CALLBACK Win32ToolButtons::PrvProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam,
@@ -122,20 +85,28 @@ LRESULT CALLBACK Win32ToolButtons::PrvProcedure(HWND bar, UINT message, WPARAM w
         buttons.m_bar = nullptr;
     }
     const LRESULT result = DefSubclassProc(bar, message, wParam, lParam);
+    try {
+        buttons.PrvFollow(message);
+    } catch (...) { // NOLINT(bugprone-empty-catch): without memory the buttons stay as they are
+    }
+    return result;
+}
+
+void Win32ToolButtons::PrvFollow(UINT message)
+{
     switch (message) {
     case WM_SETFONT:
     case WM_DPICHANGED_AFTERPARENT:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
-        buttons.PrvFill();
+        PrvFill();
         break;
     case WM_SIZE:
-        buttons.PrvFit();
+        PrvFit();
         break;
     default:
         break;
     }
-    return result;
 }
 
 void Win32ToolButtons::PrvFill()
@@ -145,7 +116,7 @@ void Win32ToolButtons::PrvFill()
     // The bar keeps the sizes of buttons that it has.
     while (SendMessageW(m_bar, TB_DELETEBUTTON, 0, 0) != 0)
         continue;
-    const int side = Measure(m_bar).LineHeight() + Scaled(m_bar, kIconOverText);
+    const int side = Win32TextMeasure(m_bar).LineHeight() + Scaled(m_bar, kIconOverText);
     PrvMakeIcons(side);
     PrvAddButtons();
     PrvSetSizes(side);
@@ -199,7 +170,7 @@ void Win32ToolButtons::PrvAddButtons()
 void Win32ToolButtons::PrvSetSizes(int side)
 {
     // The system's own widths know nothing of the resolution.
-    const Measure measure(m_bar);
+    const Win32TextMeasure measure(m_bar);
     SendMessageW(m_bar, TB_SETLISTGAP, static_cast<WPARAM>(Scaled(m_bar, kIconToText)), 0);
     SendMessageW(m_bar, TB_SETBUTTONSIZE, 0, MAKELPARAM(side, side + kAroundDown));
     for (const Button& button : m_buttons) {

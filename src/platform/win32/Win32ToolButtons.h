@@ -9,7 +9,6 @@
 #include <commctrl.h>
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace KestrinProductEditor {
@@ -43,8 +42,8 @@ public:
     /// Commands from 0x8000 to 0xBFFF. Called once.
     void Set(std::vector<Button> buttons);
     void SetEnabled(UINT command, bool bEnabled);
-    /// Empty for a command that no button has.
-    [[nodiscard]] std::u16string_view ToolTipOf(UINT command) const;
+    /// Null for a command that no button has.
+    [[nodiscard]] const std::u16string* ToolTipOf(UINT command) const;
     /// What the buttons need, in pixels; 0 before there are any.
     [[nodiscard]] int Height() const { return m_height; }
 
@@ -60,6 +59,8 @@ private:
     static LRESULT CALLBACK PrvProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                          DWORD_PTR data);
 
+    /// What changes with what the window was told.
+    void PrvFollow(UINT message);
     void PrvFill();
     void PrvMakeIcons(int side);
     void PrvAddButtons();

@@ -2,7 +2,7 @@
 #include "platform/win32/Win32ToolTips.h"
 
 #include "platform/win32/Win32Looks.h"
-#include "platform/windows/WideText.h"
+#include "platform/win32/Win32Windows.h"
 
 #include <commctrl.h>
 
@@ -41,20 +41,14 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 /// Labels let the mouse through unless they are told otherwise.
 void LetFeelMouse(HWND window)
 {
-    wchar_t name[8] = L"";
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    if (lstrcmpiW(name, WC_STATICW) == 0)
+    if (IsOfClass(window, WC_STATICW))
         SetWindowLongW(window, GWL_STYLE, GetWindowLongW(window, GWL_STYLE) | SS_NOTIFY);
 }
 
-[[nodiscard]] HWND MakeTip(HWND window)
+/// With a tip that nothing is said by yet; null when the system has no room.
+[[nodiscard]] HWND GiveTip(HWND window)
 {
-    const Win32Looks looks;
-    // In front of its window also where that one stays in front of others.
-    const HWND tip =
-        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
-                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                        GetAncestor(window, GA_ROOT), nullptr, OwnModule(), nullptr);
+    const HWND tip = Make(window);
     if (tip == nullptr)
         return nullptr;
     if (SetPropW(window, kTipOf, tip) == 0 || SetWindowSubclass(window, &Procedure, kSubclass, 0) == 0) {
@@ -62,18 +56,35 @@ void LetFeelMouse(HWND window)
         DestroyWindow(tip);
         return nullptr;
     }
-    SendMessageW(tip, TTM_SETDELAYTIME, TTDT_AUTOPOP, MAKELPARAM(kLongestShowing, 0));
     LetFeelMouse(window);
     return tip;
 }
 
 } // namespace
 
+HWND Make(HWND window)
+{
+    const Win32Looks looks;
+    // In front of its window also where that one stays in front of others.
+    const HWND tip =
+        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP,
+                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                        GetAncestor(window, GA_ROOT), nullptr, OwnModule(), nullptr);
+    SendMessageW(tip, TTM_SETDELAYTIME, TTDT_AUTOPOP, MAKELPARAM(kLongestShowing, 0));
+    return tip;
+}
+
+void FollowResolution(HWND tip, HWND window)
+{
+    const int widest = MulDiv(kWidest, static_cast<int>(GetDpiForWindow(window)), kUsualDpi);
+    SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, widest);
+}
+
 void Set(HWND window, std::u16string_view text)
 {
     auto* tip = static_cast<HWND>(GetPropW(window, kTipOf));
     if (tip == nullptr && !text.empty())
-        tip = MakeTip(window);
+        tip = GiveTip(window);
     if (tip == nullptr)
         return;
     TTTOOLINFOW tool = ToolOf(window);
@@ -83,8 +94,7 @@ void Set(HWND window, std::u16string_view text)
         return;
     std::u16string shown(text);
     tool.lpszText = Wide(shown.data());
-    const int widest = MulDiv(kWidest, static_cast<int>(GetDpiForWindow(window)), kUsualDpi);
-    SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, widest);
+    FollowResolution(tip, window);
     SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32TypedText.h"
 
+#include "platform/win32/Win32Keys.h"
+
 #include <utility>
 
 namespace KestrinProductEditor {
@@ -27,11 +29,6 @@ constexpr std::int32_t kLastLow = 0xDFFF;
 constexpr std::int32_t kFirstAstral = 0x10000;
 constexpr std::int32_t kLastCharacter = 0x10FFFF;
 constexpr int kHalf = 10; // bits
-
-[[nodiscard]] bool IsDown(int key)
-{
-    return GetKeyState(key) < 0;
-}
 
 } // namespace
 
@@ -87,6 +84,16 @@ std::optional<TypedKey> Win32TypedText::FromUnit(char16_t unit)
     if (character == 0 || character > kLetters)
         return std::nullopt;
     return TypedKey{character, ActOf(character)};
+}
+
+std::optional<TypedKey> Win32TypedText::FromCodePoint(WPARAM character)
+{
+    const std::u16string units =
+        character <= kLastCharacter ? TextOf(static_cast<std::int32_t>(character)) : std::u16string();
+    std::optional<TypedKey> typed;
+    for (const char16_t unit : units)
+        typed = FromUnit(unit);
+    return typed;
 }
 
 TypedAct Win32TypedText::ActOf(std::int32_t character)

@@ -46,6 +46,8 @@ public:
     [[nodiscard]] std::optional<TypedKey> FromKeyDown(WPARAM key);
     /// Of a UTF-16 unit that is typed or composed; nothing for half a character, and for keys that are none.
     [[nodiscard]] std::optional<TypedKey> FromUnit(char16_t unit);
+    /// The same of a whole character.
+    [[nodiscard]] std::optional<TypedKey> FromCodePoint(WPARAM character);
 
     /// What a character does that a handler has put in another one's place.
     [[nodiscard]] static TypedAct ActOf(std::int32_t character);

@@ -2,9 +2,9 @@
 #include "platform/win32/Win32UserControl.h"
 
 #include "platform/win32/Win32Grid.h"
-#include "platform/win32/Win32Looks.h"
 #include "platform/win32/Win32ProgressBar.h"
 #include "platform/win32/Win32Twips.h"
+#include "platform/win32/Win32WindowClass.h"
 
 #include <utility>
 
@@ -15,18 +15,14 @@ namespace {
 constexpr const wchar_t* kShellClass = L"KstneditUserControl";
 constexpr const wchar_t* kSurfaceClass = L"KstneditSurface";
 
-void RegisterWindowClass(const wchar_t* name, WNDPROC procedure, int offsetOfOwner)
+[[nodiscard]] WNDCLASSEXW WindowClass(const wchar_t* name, WNDPROC procedure, int offsetOfOwner)
 {
     WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof windowClass;
     windowClass.lpfnWndProc = procedure;
     windowClass.cbWndExtra = offsetOfOwner + static_cast<int>(sizeof(LONG_PTR));
-    windowClass.hInstance = OwnModule();
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = name;
-    // A second registration is refused, and the first one holds.
-    RegisterClassExW(&windowClass);
+    return windowClass;
 }
 
 [[nodiscard]] bool IsSame(const RECT& left, const RECT& right)
@@ -40,8 +36,8 @@ void Win32UserControl::PrvRegister()
 {
     Win32GridView::Register();
     Win32ProgressBar::Register();
-    RegisterWindowClass(kShellClass, &PrvShellProcedure, 0);
-    RegisterWindowClass(kSurfaceClass, &PrvSurfaceProcedure, DLGWINDOWEXTRA);
+    static const Win32WindowClass shell(WindowClass(kShellClass, &PrvShellProcedure, 0));
+    static const Win32WindowClass surface(WindowClass(kSurfaceClass, &PrvSurfaceProcedure, DLGWINDOWEXTRA));
 }
 
 Win32UserControl::Win32UserControl(std::u16string_view name) : m_layout(name, Win32Layout::Kind::UserControl)
@@ -171,7 +167,10 @@ void Win32UserControl::PrvFollowShell()
     const UINT before = std::exchange(m_dpi, GetDpiForWindow(m_surface));
     if (m_dpi != before)
         m_layout.TakeFont();
+    const HWND surface = m_surface;
     Resize.Raise();
+    // A frame leaves its inside to what is behind it, and its old picture as well.
+    RedrawWindow(surface, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 HWND Win32UserControl::PrvFind(std::u16string_view control) const

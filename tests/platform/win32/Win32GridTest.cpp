@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32Grid.h"
 
+#include "platform/win32/Win32Clipboard.h"
 #include "platform/win32/Win32GridAccessible.h"
 #include "platform/windows/WideText.h"
 
@@ -501,6 +502,17 @@ TEST_F(Win32Grids, KeepScrollPlaceAndCurrentRowWhenBoundAgain)
     EXPECT_THAT(Events(), IsEmpty());
 }
 
+/// A row that was made current before the window was shown was scrolled back into sight by the first
+/// scrolling after it.
+TEST_F(Win32Grids, ScrollToARowBeforeTheFirstPainting)
+{
+    Bind(kMillion);
+    m_grid->SetCurrentRow(1);
+    ShowWindow(GetParent(m_window.Handle()), SW_SHOW);
+    m_view->ScrollTo(1000);
+    EXPECT_GT(m_grid->TopRow(), 1);
+}
+
 TEST_F(Win32Grids, BringTheCurrentRowIntoSight)
 {
     Bind(kMillion);
@@ -748,6 +760,86 @@ TEST_F(Win32Grids, SpeakToScreenReaders)
     list->Release();
 }
 
+TEST_F(Win32Grids, AreNamedByTheLabelInFrontOfThem)
+{
+    Show();
+    const TestWindow label(L"STATIC", GetParent(m_window.Handle()), WS_CHILD | WS_VISIBLE, {0, 22, 200, 30});
+    SetWindowPos(m_window.Handle(), label.Handle(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    IAccessible* const list = MakeGridAccessible(m_view);
+    ASSERT_NE(list, nullptr);
+    VARIANT self{};
+    self.vt = VT_I4;
+    const auto nameBehind = [&](const wchar_t* caption) {
+        SetWindowTextW(label.Handle(), caption);
+        BSTR name = nullptr;
+        list->get_accName(self, &name);
+        const std::u16string read = name != nullptr ? FromWide(name) : std::u16string();
+        SysFreeString(name);
+        return read;
+    };
+    EXPECT_EQ(nameBehind(L"&Products"), u"Products");
+    EXPECT_EQ(nameBehind(L"Nuts && b&olts"), u"Nuts & bolts");
+    EXPECT_EQ(nameBehind(L""), u"");
+    list->Release();
+}
+
+TEST_F(Win32Grids, ChooseNoRowForAReaderThatIsGoneOnceTheyHaveTheFocus)
+{
+    m_grid->SetRows(6);
+    Show();
+    IAccessible* const list = MakeGridAccessible(m_view);
+    ASSERT_NE(list, nullptr);
+    VARIANT item{};
+    item.vt = VT_I4;
+    item.lVal = 5;
+    constexpr LONG kChoose = SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION;
+    m_box.LostFocus.Connect([this] { m_grid->SetRows(3); });
+    EXPECT_TRUE(FAILED(list->accSelect(kChoose, item)));
+    EXPECT_EQ(m_grid->CurrentRow(), -1);
+    EXPECT_THAT(Selected(), IsEmpty());
+    m_box.SetFocus();
+    m_box.LostFocus.Connect([this] { m_grid.reset(); });
+    item.lVal = 1;
+    EXPECT_TRUE(FAILED(list->accSelect(kChoose, item)));
+    list->Release();
+}
+
+TEST_F(Win32Grids, CopyTheCellThatWasClickedLast)
+{
+    Bind(5);
+    Show();
+    const Held control(VK_CONTROL);
+    SendMessageW(m_window.Handle(), WM_KEYDOWN, VK_DOWN, 0);
+    Press('C');
+    EXPECT_EQ(Win32Clipboard::Text(m_window.Handle()), u"0.0");
+    Click(3, 0, 2);
+    Press(VK_INSERT);
+    EXPECT_EQ(Win32Clipboard::Text(m_window.Handle()), u"2.2");
+}
+
+TEST_F(Win32Grids, StopADragWhenTheirWindowIsDisabled)
+{
+    Bind(9);
+    Show();
+    m_grid->RowColChange.Connect([this] { EnableWindow(GetParent(m_window.Handle()), FALSE); });
+    SendMessageW(m_window.Handle(), WM_LBUTTONDOWN, MK_LBUTTON, At(PlaceOf(2)));
+    SendMessageW(m_window.Handle(), WM_MOUSEMOVE, MK_LBUTTON, At(PlaceOf(5)));
+    EXPECT_EQ(m_grid->CurrentRow(), 2);
+    EXPECT_THAT(Selected(), ElementsAre(2));
+    EXPECT_NE(GetCapture(), m_window.Handle());
+}
+
+TEST_F(Win32Grids, TellNoMoreOfALongTextThanAScreenHolds)
+{
+    Win32GridTips tips;
+    tips.Begin(m_window.Handle());
+    tips.Show({0, 0, 10, 10}, std::u16string(1'000'000, u'x'));
+    EXPECT_GE(tips.Text().size(), 1000U);
+    EXPECT_LE(tips.Text().size(), 4000U);
+    tips.Show({0, 0, 10, 10}, u"short");
+    EXPECT_EQ(tips.Text(), u"short");
+}
+
 TEST_F(Win32Grids, MayEndBeforeTheirWindow)
 {
     Bind(5);
@@ -815,6 +907,13 @@ TEST_F(Win32GridDropDowns, OpenWithOneClick)
     EXPECT_EQ(m_view->OpenDropDown(), nullptr);
 }
 
+TEST_F(Win32GridDropDowns, StayClosedWhenTheClickHasDisabledTheirWindow)
+{
+    m_grid->RowColChange.Connect([this] { EnableWindow(GetParent(m_window.Handle()), FALSE); });
+    Click(2, 0, 1);
+    EXPECT_EQ(m_view->OpenDropDown(), nullptr);
+}
+
 TEST_F(Win32GridDropDowns, OpenWithEachOfTheirKeys)
 {
     m_grid->SetFocus();
@@ -859,6 +958,28 @@ TEST_F(Win32GridDropDowns, ChooseWithLettersAndEnter)
     Press(VK_F4);
     EXPECT_EQ(m_grid->DisplayText(1, 1), u"Part");
     EXPECT_TRUE(m_grid->HasFocus());
+}
+
+TEST_F(Win32GridDropDowns, LeadReadersBackToTheirRow)
+{
+    m_grid->SetFocus();
+    m_grid->SetCurrentRow(3);
+    static std::vector<std::pair<HWND, LONG>> told;
+    HWINEVENTHOOK const hook = SetWinEventHook(
+        EVENT_OBJECT_FOCUS, EVENT_OBJECT_FOCUS, nullptr,
+        [](HWINEVENTHOOK, DWORD, HWND window, LONG, LONG child, DWORD, DWORD) {
+            told.emplace_back(window, child);
+        },
+        GetCurrentProcessId(), GetCurrentThreadId(), WINEVENT_OUTOFCONTEXT);
+    for (const WPARAM key : {WPARAM{VK_ESCAPE}, WPARAM{VK_RETURN}}) {
+        Press(VK_F4);
+        Frame();
+        told.clear();
+        Press(key);
+        Frame();
+        EXPECT_THAT(told, ElementsAre(std::pair(m_window.Handle(), LONG{3}))) << key;
+    }
+    UnhookWinEvent(hook);
 }
 
 TEST_F(Win32GridDropDowns, CloseWithoutAChoiceWhenThePressIsElsewhere)

@@ -189,6 +189,9 @@ Colors ColorsOf(HWND window, UINT message)
 
 TEST_F(Win32TextBoxes, GiveBackEveryTextAsItWasWritten)
 {
+    std::u16string lines = std::u16string(2999, u'x') + u"\U0001F600" + std::u16string(996, u'y');
+    for (int count = 0; count < 500; ++count)
+        lines += u"a line\nanother\r\n" + std::u16string(count == 250 ? 2500 : 0, u'z');
     const std::u16string texts[] = {
         u"",
         u"one\r\ntwo",
@@ -208,6 +211,7 @@ TEST_F(Win32TextBoxes, GiveBackEveryTextAsItWasWritten)
         std::u16string{char16_t{0xDE00}, u'b', char16_t{0xD83D}},
         std::u16string{u'a', u'\0', u'b', char16_t{0xFFFC}, char16_t{0xFFFF}},
         std::u16string(40000, u'x'),
+        lines,
     };
     for (const Box& each : boxes) {
         for (const std::u16string& text : texts) {
@@ -607,6 +611,18 @@ TEST_F(Win32TextBoxes, TakeWhatOtherProgramsWrite)
     }
 }
 
+TEST_F(Win32TextBoxes, TakeNoTextForAnEmptyOne)
+{
+    for (const Box& each : boxes) {
+        each.box.SetText(u"abcd");
+        each.box.Select(1, 2);
+        SendMessageW(each.window, EM_REPLACESEL, TRUE, 0);
+        EXPECT_EQ(each.box.Text(), u"ad");
+        SendMessageW(each.window, WM_SETTEXT, 0, 0);
+        EXPECT_EQ(each.box.Text(), u"");
+    }
+}
+
 TEST_F(Win32TextBoxes, TakeOverWhatTheirWindowDoesByItself)
 {
     for (const Box& each : boxes) {
@@ -699,6 +715,8 @@ TEST_F(Win32TextBoxes, TellACharacterOfTwoUnitsOnce)
             SendMessageW(each.window, WM_CHAR, 0xD83D, 1);
             SendMessageW(each.window, WM_CHAR, u'x', 1);
             SendMessageW(each.window, WM_CHAR, 0xDE00, 1);
+            SendMessageW(each.window, WM_UNICHAR, 0xD83D, 1);
+            SendMessageW(each.window, WM_UNICHAR, 0x110000, 1);
         });
         EXPECT_THAT(heard, ElementsAre(0x1F600, 0x1F601, 0x1F602, u'x'));
         EXPECT_EQ(each.box.Text(), u"\U0001F600\U0001F601\U0001F602x");
@@ -933,10 +951,32 @@ TEST_F(Win32TextBoxes, ShowDarkTextOnTheGivenColour)
     }
 }
 
+TEST_F(Win32TextBoxes, AreLegibleWhileDisabled)
+{
+    for (const Box& each : boxes) {
+        each.box.SetText(u"HHHH");
+        each.box.SetBackColor(kLightGrey);
+        each.box.SetEnabled(false);
+        const HDC canvas = CreateCompatibleDC(nullptr);
+        const HBITMAP picture = CreateBitmap(100, 20, 1, 32, nullptr);
+        const HGDIOBJ before = SelectObject(canvas, picture);
+        SendMessageW(each.window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas), PRF_CLIENT);
+        const COLORREF ground = RGB(0xC0, 0xC0, 0xC0);
+        double strongest = 1;
+        for (int place = 0; place < 100 * 20; ++place)
+            strongest = std::max(strongest, Contrast(GetPixel(canvas, place % 100, place / 100), ground));
+        EXPECT_GT(strongest, 4.5);
+        EXPECT_EQ(GetPixel(canvas, 99, 10), ground);
+        SelectObject(canvas, before);
+        DeleteObject(picture);
+        DeleteDC(canvas);
+    }
+}
+
 TEST_F(Win32TextBoxes, UseUpNoHandlesForTheirColours)
 {
     // More than the system gives one program.
-    constexpr int kBoxes = 100;
+    constexpr int kBoxes = 300;
     constexpr std::uint32_t kColors = 250;
     for (int count = 0; count < kBoxes; ++count) {
         const TestWindow window(L"EDIT", m_window.Handle(), kLine, {0, 210, 100, 230});
