@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes.h"
 
+#include "PriceLists.h"
 #include "editor/EditorStart.h"
 #include "platform/qt/QtGridView.h"
 
@@ -27,8 +28,6 @@ constexpr int kNameWidth = 270;
 const QString kPriceList = QStringLiteral("price-list.csv");
 const QString kDoubtfulPriceList = QStringLiteral("doubtful-list.csv");
 const QString kLongPriceList = QStringLiteral("long-list.csv");
-// Enough to be seen at work.
-constexpr int kLongList = 40'000;
 
 [[nodiscard]] QtGridView& List(QWidget& window)
 {
@@ -65,24 +64,6 @@ void OpenChoice(QWidget& window, int entry)
         Stage::Press(window, Qt::Key_Down);
 }
 
-[[nodiscard]] QByteArray DoubtfulPriceList()
-{
-    return "Product,Part No,Price,Remarks\n"
-           "\"Claw hammer, 16 oz\",HT-CH16,18.95,\"Forged head, hickory handle\"\n"
-           "Return of a damaged hammer,HT-CH16,-18.95,\n"
-           "Custom cut plywood,WD-PLY,on request,Ask at the counter\n"
-           "Tower crane,XX-1,\"1,000,000,000,000\",\n"
-           "Wood screw,WS-440,0.12,\n";
-}
-
-[[nodiscard]] QByteArray LongPriceList()
-{
-    QByteArray list = "Product,Part No,Price,Remarks\n";
-    for (int line = 0; line < kLongList; ++line)
-        list += "Bolt,B-" + QByteArray::number(line) + ",0.25,\n";
-    return list;
-}
-
 [[nodiscard]] std::shared_ptr<ProductLkpMgr> OpenStore()
 {
     std::shared_ptr<ProductLkpMgr> store = ProductLkpMgr::Create();
@@ -95,8 +76,8 @@ void OpenChoice(QWidget& window, int entry)
 Scenes::Scenes(const QByteArray& priceList, const QString& folder) : m_camera(folder)
 {
     m_host.WriteFile(kPriceList, priceList);
-    m_host.WriteFile(kDoubtfulPriceList, DoubtfulPriceList());
-    m_host.WriteFile(kLongPriceList, LongPriceList());
+    m_host.WriteFile(kDoubtfulPriceList, QByteArray::fromStdString(DoubtfulPriceList()));
+    m_host.WriteFile(kLongPriceList, QByteArray::fromStdString(LongPriceList()));
 }
 
 void Scenes::PlayRoad()

@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
+#include <QColor>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -25,14 +26,11 @@
 #include <QToolButton>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace KestrinProductEditor {
 
 namespace {
-
-using Faults = std::vector<LayoutFault>;
 
 [[nodiscard]] std::string NameOf(const QWidget& widget)
 {
@@ -87,14 +85,14 @@ void CollectControls(QWidget& from, std::vector<QWidget*>& controls)
     return widget.fontMetrics().size(Qt::TextShowMnemonic, caption);
 }
 
-void FindClipped(const QWidget& widget, const QSize& needed, const QSize& room, Faults& faults,
+void FindClipped(const QWidget& widget, const QSize& needed, const QSize& room, LayoutFaults& faults,
                  LayoutFaultKind kind = LayoutFaultKind::ClippedText)
 {
     if (needed.width() > room.width() || needed.height() > room.height())
         faults.push_back({kind, NameOf(widget), Sizes(needed, room)});
 }
 
-void FindClippedLabel(const QLabel& label, Faults& faults)
+void FindClippedLabel(const QLabel& label, LayoutFaults& faults)
 {
     const QSize room = label.contentsRect().size();
     if (dynamic_cast<const QtHeading*>(&label) != nullptr) {
@@ -110,7 +108,7 @@ void FindClippedLabel(const QLabel& label, Faults& faults)
     }
 }
 
-void FindClippedButton(const QAbstractButton& button, Faults& faults)
+void FindClippedButton(const QAbstractButton& button, LayoutFaults& faults)
 {
     QStyleOptionButton option;
     option.initFrom(&button);
@@ -120,7 +118,7 @@ void FindClippedButton(const QAbstractButton& button, Faults& faults)
     FindClipped(button, SizeOfCaption(button, button.text()), room.size(), faults);
 }
 
-void FindClippedTitle(const QGroupBox& box, Faults& faults)
+void FindClippedTitle(const QGroupBox& box, LayoutFaults& faults)
 {
     QStyleOptionGroupBox option;
     option.initFrom(&box);
@@ -133,7 +131,7 @@ void FindClippedTitle(const QGroupBox& box, Faults& faults)
     FindClipped(box, {needed.width(), 0}, {std::min(room.width(), box.width()), 0}, faults);
 }
 
-void FindClippedHeader(const QTableView& view, Faults& faults)
+void FindClippedHeader(const QTableView& view, LayoutFaults& faults)
 {
     const QHeaderView& header = *view.horizontalHeader();
     if (!header.isVisible() || header.model() == nullptr)
@@ -149,7 +147,7 @@ void FindClippedHeader(const QTableView& view, Faults& faults)
     }
 }
 
-void FindClippedTexts(const std::vector<QWidget*>& controls, const QWidget& window, Faults& faults)
+void FindClippedTexts(const std::vector<QWidget*>& controls, const QWidget& window, LayoutFaults& faults)
 {
     for (const QWidget* const widget : controls) {
         if (const auto* const label = qobject_cast<const QLabel*>(widget)) {
@@ -176,7 +174,7 @@ void FindClippedTexts(const std::vector<QWidget*>& controls, const QWidget& wind
 
 // Places
 
-void FindOverlaps(const std::vector<QWidget*>& controls, const QWidget& window, Faults& faults)
+void FindOverlaps(const std::vector<QWidget*>& controls, const QWidget& window, LayoutFaults& faults)
 {
     for (std::size_t first = 0; first < controls.size(); ++first) {
         for (std::size_t second = first + 1; second < controls.size(); ++second) {
@@ -188,7 +186,7 @@ void FindOverlaps(const std::vector<QWidget*>& controls, const QWidget& window, 
     }
 }
 
-void FindOutside(const std::vector<QWidget*>& controls, const QWidget& window, Faults& faults)
+void FindOutside(const std::vector<QWidget*>& controls, const QWidget& window, LayoutFaults& faults)
 {
     for (const QWidget* const widget : controls) {
         const QRect place = PlaceIn(window, *widget);
@@ -204,14 +202,6 @@ void FindOutside(const std::vector<QWidget*>& controls, const QWidget& window, F
 }
 
 // Contrast
-
-[[nodiscard]] double Luminance(const QColor& color)
-{
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
 
 /// The colour behind a widget that paints no ground of its own.
 [[nodiscard]] QColor GroundOf(const QWidget& widget)
@@ -232,9 +222,9 @@ void FindOutside(const std::vector<QWidget*>& controls, const QWidget& window, F
 }
 
 void FindPale(const QWidget& widget, const QColor& text, const QColor& ground, const char* what,
-              Faults& faults)
+              LayoutFaults& faults)
 {
-    const double contrast = ContrastOf(text, ground);
+    const double contrast = ContrastOf(text.rgb() & RGB_MASK, ground.rgb() & RGB_MASK);
     if (contrast >= kLegible)
         return;
     faults.push_back({LayoutFaultKind::Contrast, NameOf(widget),
@@ -244,7 +234,7 @@ void FindPale(const QWidget& widget, const QColor& text, const QColor& ground, c
                           .toStdString()});
 }
 
-void FindPaleTexts(const std::vector<QWidget*>& controls, const QWidget& window, Faults& faults)
+void FindPaleTexts(const std::vector<QWidget*>& controls, const QWidget& window, LayoutFaults& faults)
 {
     const auto look = [&](const QWidget& widget, QPalette::ColorRole text, QPalette::ColorRole ground,
                           const char* what) {
@@ -320,7 +310,7 @@ void CollectInOrder(const QWidget& from, std::vector<const QWidget*>& order)
     }
 }
 
-void FindTabFaults(const QWidget& window, Faults& faults)
+void FindTabFaults(const QWidget& window, LayoutFaults& faults)
 {
     std::vector<const QWidget*> order;
     CollectInOrder(window, order);
@@ -336,44 +326,13 @@ void FindTabFaults(const QWidget& window, Faults& faults)
     }
 }
 
-[[nodiscard]] const char* TextOf(LayoutFaultKind kind)
-{
-    switch (kind) {
-    case LayoutFaultKind::ClippedText:
-        return "clipped text";
-    case LayoutFaultKind::ColumnTitle:
-        return "column title";
-    case LayoutFaultKind::Overlap:
-        return "overlap";
-    case LayoutFaultKind::Outside:
-        return "outside";
-    case LayoutFaultKind::Contrast:
-        return "contrast";
-    case LayoutFaultKind::TabOrder:
-        return "tab order";
-    }
-    return "";
-}
-
 } // namespace
 
-std::ostream& operator<<(std::ostream& out, const LayoutFault& fault)
-{
-    return out << TextOf(fault.kind) << ", " << fault.control << ": " << fault.reason;
-}
-
-double ContrastOf(const QColor& one, const QColor& other)
-{
-    const double first = Luminance(one);
-    const double second = Luminance(other);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
-
-std::vector<LayoutFault> AuditLayout(QWidget& window)
+LayoutFaults AuditLayout(QWidget& window)
 {
     std::vector<QWidget*> controls;
     CollectControls(window, controls);
-    Faults faults;
+    LayoutFaults faults;
     FindClippedTexts(controls, window, faults);
     FindOverlaps(controls, window, faults);
     FindOutside(controls, window, faults);
