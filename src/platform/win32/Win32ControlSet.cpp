@@ -9,6 +9,7 @@
 #include "platform/win32/Win32Reflection.h"
 #include "platform/win32/Win32TextBox.h"
 #include "platform/win32/Win32ToolBar.h"
+#include "platform/win32/Win32Windows.h"
 
 #include <commctrl.h>
 
@@ -18,13 +19,6 @@
 namespace KestrinProductEditor {
 
 namespace {
-
-[[nodiscard]] bool IsOfClass(HWND window, const wchar_t* name)
-{
-    wchar_t own[32] = L"";
-    GetClassNameW(window, own, static_cast<int>(std::size(own)));
-    return lstrcmpiW(own, name) == 0;
-}
 
 /// Arrow keys go around among buttons of one kind that stand next to each other, and nowhere else: a label or
 /// a bar would take the focus.

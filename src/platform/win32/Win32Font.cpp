@@ -7,7 +7,7 @@
 
 namespace KestrinProductEditor {
 
-Win32Font::Win32Font(UINT dpi, Weight weight) : m_font(nullptr)
+Win32Font::Win32Font(UINT dpi, Weight weight)
 {
     NONCLIENTMETRICSW metrics = {};
     metrics.cbSize = sizeof metrics;

@@ -34,7 +34,7 @@ public:
     [[nodiscard]] int TextWidth(std::u16string_view text) const;
 
 private:
-    HFONT m_font;
+    HFONT m_font = nullptr;
 };
 
 } // namespace KestrinProductEditor

@@ -235,6 +235,7 @@ void Win32Form::SetBusy(bool bBusy)
         m_isBusy = true;
         m_controls->Focus().Suspend();
         EnableWindow(m_window, FALSE);
+        SetCursor(LoadCursorW(nullptr, IDC_WAIT));
         m_lastFrame = 0;
     } else {
         PrvPaint();
@@ -242,6 +243,7 @@ void Win32Form::SetBusy(bool bBusy)
         PrvDropActs();
         m_isBusy = false;
         EnableWindow(m_window, TRUE);
+        SetCursor(LoadCursorW(nullptr, IDC_ARROW));
         if (GetActiveWindow() == nullptr && t_front == this && IsWindowVisible(m_window) != 0)
             SetActiveWindow(m_window);
         m_controls->Focus().Regain();
@@ -301,6 +303,12 @@ LRESULT Win32Form::PrvHandle(UINT message, WPARAM wParam, LPARAM lParam)
         // With the window that owned it.
         m_isEnded = true;
         m_controls->Focus().End();
+        break;
+    case WM_SETCURSOR:
+        if (m_isBusy) {
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
+        }
         break;
     case WM_DROPFILES:
         PrvTakeFiles(reinterpret_cast<HDROP>(wParam));

@@ -98,9 +98,9 @@ public:
         return E_OUTOFMEMORY;
     }
 
-private:
-    ~RowNumbers() = default;
+    virtual ~RowNumbers() = default;
 
+private:
     std::vector<LONG> m_items;
     std::size_t m_at;
     std::atomic<ULONG> m_references = 1;
@@ -395,9 +395,9 @@ public:
         return DISP_E_MEMBERNOTFOUND;
     }
 
-private:
-    ~GridAccessible() { m_standard->Release(); }
+    virtual ~GridAccessible() { m_standard->Release(); }
 
+private:
     /// Null when the window or the grid has ended.
     [[nodiscard]] std::shared_ptr<Win32GridView> PrvView() const
     {

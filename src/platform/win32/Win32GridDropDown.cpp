@@ -2,6 +2,7 @@
 #include "platform/win32/Win32GridDropDown.h"
 
 #include "platform/win32/Win32TextMeasure.h"
+#include "platform/win32/Win32Windows.h"
 #include "platform/windows/WideText.h"
 
 #include <commctrl.h>
@@ -17,8 +18,7 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr std::size_t kMostInSight = 12;
-constexpr int kMargin = 8; // pixels at kUsualDpi, beside the widest entry
-constexpr int kUsualDpi = 96;
+constexpr int kMargin = 8; // pixels, as Scaled takes them, beside the widest entry
 
 [[nodiscard]] int WidestEntry(HFONT font, std::span<const GridBase::ComboEntry> entries)
 {
@@ -88,10 +88,9 @@ void Win32GridDropDown::Open(HWND window, const RECT& cell, HFONT font,
     const int itemHeight = static_cast<int>(SendMessageW(m_list, LB_GETITEMHEIGHT, 0, 0));
     const bool scrolls = entries.size() > kMostInSight;
     const int inSight = static_cast<int>(std::clamp<std::size_t>(entries.size(), 1, kMostInSight));
-    const UINT dpi = GetDpiForWindow(window);
-    const int wanted = WidestEntry(font, entries) + MulDiv(kMargin, static_cast<int>(dpi), kUsualDpi) +
+    const int wanted = WidestEntry(font, entries) + Scaled(window, kMargin) +
                        2 * GetSystemMetrics(SM_CXBORDER) +
-                       (scrolls ? GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) : 0);
+                       (scrolls ? GetSystemMetricsForDpi(SM_CXVSCROLL, GetDpiForWindow(window)) : 0);
     const SIZE size{std::max<LONG>(onScreen.right - onScreen.left, wanted),
                     inSight * itemHeight + 2 * GetSystemMetrics(SM_CYBORDER)};
     const RECT place = PlaceFor(onScreen, size);

@@ -203,9 +203,9 @@ LRESULT CALLBACK Win32GridView::PrvProcedure(HWND window, UINT message, WPARAM w
     using Held = std::shared_ptr<Win32GridView>;
     try {
         if (message == WM_NCCREATE) {
-            auto* const made =
-                new Held(std::make_shared<Win32GridView>(window)); // NOLINT: WM_NCDESTROY deletes it
-            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made));
+            auto made = std::make_unique<Held>(std::make_shared<Win32GridView>(window));
+            // Until WM_NCDESTROY.
+            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made.release()));
             return DefWindowProcW(window, message, wParam, lParam);
         }
         auto* const held = reinterpret_cast<Held*>(GetWindowLongPtrW(window, GWLP_USERDATA));

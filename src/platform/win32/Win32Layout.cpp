@@ -193,7 +193,7 @@ void Win32Layout::PrvReadTable(std::u16string_view name)
 HWND Win32Layout::Create(HWND parent)
 {
     std::vector<BYTE> made = m_template;
-    if (m_kind == Kind::Form && IsMirrored(GetActiveWindow())) {
+    if (IsMirrored(GetActiveWindow())) {
         constexpr std::size_t kExtendedStyle = 8;
         DWORD style = 0;
         std::memcpy(&style, &made[kExtendedStyle], sizeof style);

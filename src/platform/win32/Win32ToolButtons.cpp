@@ -2,6 +2,7 @@
 #include "platform/win32/Win32ToolButtons.h"
 
 #include "platform/win32/Win32TextMeasure.h"
+#include "platform/win32/Win32Windows.h"
 
 #include <algorithm>
 #include <cassert>
@@ -14,20 +15,14 @@ namespace {
 // Added to a command: the gap before its button.
 constexpr UINT kGap = 0x4000;
 
-// In pixels at kUsualDpi.
+// In pixels, as Scaled takes them.
 constexpr int kIconOverText = 4;
 constexpr int kAroundAcross = 20; // beside the icon, between it and the text, and behind that
 constexpr int kIconToText = 4;
 constexpr int kGapWidth = 8;
-constexpr int kUsualDpi = 96;
 
 // The system's own, at every resolution: there are bars that place their icons by it.
 constexpr int kAroundDown = 6;
-
-[[nodiscard]] int Scaled(HWND window, int pixels)
-{
-    return MulDiv(pixels, static_cast<int>(GetDpiForWindow(window)), kUsualDpi);
-}
 
 } // namespace
 

@@ -146,8 +146,8 @@ public:
     {
         const LOGBRUSH white = {BS_SOLID, RGB(255, 255, 255), 0};
         const auto breadth = static_cast<DWORD>(std::lround(width * PrvScale()));
-        const HPEN pen = ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND, breadth,
-                                      &white, 0, nullptr);
+        // Solid, with round ends and corners: each of these is 0.
+        const HPEN pen = ExtCreatePen(PS_GEOMETRIC, breadth, &white, 0, nullptr);
         PrvDraw(pen, GetStockObject(NULL_BRUSH), lines, [this](const std::vector<POINT>& points) {
             Polyline(m_sheet.Context(), points.data(), static_cast<int>(points.size()));
         });

@@ -15,8 +15,7 @@ namespace {
 constexpr UINT_PTR kSubclass = 0x7195;
 constexpr wchar_t kTipOf[] = L"KstneditToolTip"; // a property of the window
 constexpr int kLongestShowing = 32000;           // milliseconds, the most that the system knows
-constexpr int kWidest = 400;                     // pixels at kUsualDpi; longer texts are broken into lines
-constexpr int kUsualDpi = 96;
+constexpr int kWidest = 400; // pixels, as Scaled takes them; longer texts are broken into lines
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                            DWORD_PTR /*data*/)
@@ -76,8 +75,7 @@ HWND Make(HWND window)
 
 void FollowResolution(HWND tip, HWND window)
 {
-    const int widest = MulDiv(kWidest, static_cast<int>(GetDpiForWindow(window)), kUsualDpi);
-    SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, widest);
+    SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, Scaled(window, kWidest));
 }
 
 void Set(HWND window, std::u16string_view text)

@@ -27,4 +27,10 @@ namespace KestrinProductEditor {
     return text;
 }
 
+/// A length at the usual resolution, on the screen that the window is on; in pixels.
+[[nodiscard]] inline int Scaled(HWND window, int usualPixels)
+{
+    return MulDiv(usualPixels, static_cast<int>(GetDpiForWindow(window)), USER_DEFAULT_SCREEN_DPI);
+}
+
 } // namespace KestrinProductEditor

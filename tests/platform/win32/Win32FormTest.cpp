@@ -540,6 +540,17 @@ TEST_F(Win32FormTest, KeepsTheComponentInMemoryWhileAReaderHoldsItsGrid)
     EXPECT_EQ(g_livingObjects, before);
 }
 
+TEST_F(Win32FormTest, ShowsThatItIsBusyByTheCursor)
+{
+    Show([&] {
+        Form().SetBusy(true);
+        EXPECT_EQ(SendMessageW(Form().Window(), WM_SETCURSOR, 0, 0), TRUE);
+        EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+        Form().SetBusy(false);
+        EXPECT_NE(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+    });
+}
+
 TEST_F(Win32FormTest, TakesNoActsOfAReaderWhileItIsBusy)
 {
     IGrid& grid = Form().Grid(u"flexGrid");

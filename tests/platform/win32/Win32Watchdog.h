@@ -26,7 +26,7 @@ public:
 private:
     void PrvWatch() const
     {
-        constexpr DWORD kLongestTest = 120'000; // milliseconds
+        constexpr DWORD kLongestTest = 600'000; // milliseconds
         if (WaitForSingleObject(m_ended, kLongestTest) != WAIT_TIMEOUT)
             return;
         std::fputs("a window waits for ever\n", stderr);
