@@ -77,9 +77,8 @@ std::shared_ptr<Win32GridView> Win32GridView::Of(HWND window)
 {
     if (reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC)) != &PrvProcedure)
         return nullptr;
-    const auto* const held =
-        reinterpret_cast<std::shared_ptr<Win32GridView>*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return held != nullptr ? *held : nullptr;
+    const auto* const view = reinterpret_cast<const Win32GridView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return view != nullptr ? view->m_self : nullptr;
 }
 
 Win32GridView::Win32GridView(HWND window) : m_window(window) {}
@@ -200,22 +199,20 @@ bool Win32GridView::Choose(std::int32_t row, HeldKeys held)
 
 LRESULT CALLBACK Win32GridView::PrvProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    using Held = std::shared_ptr<Win32GridView>;
     try {
         if (message == WM_NCCREATE) {
-            auto made = std::make_unique<Held>(std::make_shared<Win32GridView>(window));
-            // Until WM_NCDESTROY.
-            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made.release()));
+            const auto made = std::make_shared<Win32GridView>(window);
+            made->m_self = made;
+            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made.get()));
             return DefWindowProcW(window, message, wParam, lParam);
         }
-        auto* const held = reinterpret_cast<Held*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        if (held == nullptr)
-            return DefWindowProcW(window, message, wParam, lParam);
         // What it tells may end the window.
-        const Held self = *held;
+        const std::shared_ptr<Win32GridView> self = Of(window);
+        if (self == nullptr)
+            return DefWindowProcW(window, message, wParam, lParam);
         if (message == WM_NCDESTROY) {
             SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-            delete held; // NOLINT(cppcoreguidelines-owning-memory): made at WM_NCCREATE
+            self->m_self.reset();
             self->PrvCloseDropDown();
             self->m_tips.End();
             self->m_window = nullptr;
@@ -253,8 +250,13 @@ LRESULT Win32GridView::PrvHandle(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SYSKEYDOWN: {
         constexpr LPARAM kAltIsHeld = 1 << 29;
         const bool isAlt = message == WM_SYSKEYDOWN && (lParam & kAltIsHeld) != 0;
-        if (m_grid && PrvTakeKey(wParam, isAlt))
+        if (m_grid && PrvTakeKey(wParam, isAlt)) {
+            // Unless the system hears of it, it takes Alt for pressed alone, and turns to the menu when Alt
+            // is let go.
+            if (isAlt && wParam != VK_MENU)
+                static_cast<void>(PrvDefault(message, wParam, lParam));
             return 0;
+        }
         break;
     }
     case WM_CHAR:

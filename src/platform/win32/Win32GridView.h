@@ -165,6 +165,7 @@ private:
     [[nodiscard]] LRESULT PrvGiveAccessible(WPARAM wParam, LPARAM lParam);
     void PrvNotify(DWORD event, std::int32_t row) const;
 
+    std::shared_ptr<Win32GridView> m_self; // while the window lives
     HWND m_window;
     const GridBase* m_grid = nullptr;
     Listener* m_listener = nullptr;
