@@ -94,6 +94,7 @@ void Win32GridDropDown::Open(HWND window, const RECT& cell, HFONT font,
     const SIZE size{std::max<LONG>(onScreen.right - onScreen.left, wanted),
                     inSight * itemHeight + 2 * GetSystemMetrics(SM_CYBORDER)};
     const RECT place = PlaceFor(onScreen, size);
+    GetCursorPos(&m_mouse);
     SetWindowPos(m_list, HWND_TOP, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOACTIVATE | SWP_SHOWWINDOW);
     SetCapture(m_list);
@@ -160,7 +161,7 @@ LRESULT CALLBACK Win32GridDropDown::PrvProcedure(HWND list, UINT message, WPARAM
     case WM_MOUSEACTIVATE:
         return MA_NOACTIVATE;
     case WM_MOUSEMOVE:
-        dropDown.PrvMarkAt(place);
+        dropDown.PrvMoveMouse(place);
         return 0;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -194,6 +195,17 @@ LRESULT CALLBACK Win32GridDropDown::PrvProcedure(HWND list, UINT message, WPARAM
         break;
     }
     return DefSubclassProc(list, message, wParam, lParam);
+}
+
+void Win32GridDropDown::PrvMoveMouse(POINT place)
+{
+    POINT onScreen = place;
+    ClientToScreen(m_list, &onScreen);
+    // The system also tells of a mouse that rests, when a window appears below it: the marked entry stays.
+    if (onScreen.x == m_mouse.x && onScreen.y == m_mouse.y)
+        return;
+    m_mouse = onScreen;
+    PrvMarkAt(place);
 }
 
 void Win32GridDropDown::PrvPress(POINT place)

@@ -42,11 +42,13 @@ public:
 private:
     static LRESULT CALLBACK PrvProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                          DWORD_PTR self);
+    void PrvMoveMouse(POINT place);
     void PrvPress(POINT place);
     void PrvMarkAt(POINT place);
     void PrvPick();
 
     HWND m_list = nullptr;
+    POINT m_mouse{}; // on the screen
     Picked m_picked;
 };
 

@@ -314,18 +314,28 @@ RECT Win32Layout::PrvPlace(const Item& item, SIZE grown, int splitter) const
 
 int Win32Layout::PrvSplitterWithin(int wanted, int grown) const
 {
-    // A pane keeps three fifths of what it was drawn.
+    // A pane keeps three fifths of what it was drawn, and room for all that moves with the line.
     const auto spare = [this](const Item& item) {
         return static_cast<int>(PrvPixels(item.drawn.width, 0).cx) * 2 / 5;
     };
+    const auto end = [this](const Item& item) {
+        return static_cast<int>(PrvPixels(item.drawn.left + item.drawn.width, 0).cx);
+    };
     int least = std::numeric_limits<int>::max();
     int most = 0;
+    int endOfPane = 0;
+    int endOfMoved = 0;
     for (const Item& item : m_items) {
         if (item.left == Tie::Near && item.right == Tie::Splitter)
             least = std::min(least, -grown - spare(item));
-        if (item.left == Tie::Splitter && item.right == Tie::Far)
+        if (item.left == Tie::Splitter && item.right == Tie::Far) {
             most = std::max(most, spare(item));
+            endOfPane = std::max(endOfPane, end(item));
+        }
+        if (item.left == Tie::Splitter && item.right == Tie::Splitter)
+            endOfMoved = std::max(endOfMoved, end(item));
     }
+    most = std::min(most, std::max(endOfPane - endOfMoved, 0));
     return std::clamp(wanted, std::min(least, most), most);
 }
 

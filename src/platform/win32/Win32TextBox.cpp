@@ -211,11 +211,15 @@ std::optional<LRESULT> Win32TextBox::PrvHandleTyping(UINT message, WPARAM wParam
         if (const std::optional<TypedKey> typed = m_typed.FromCodePoint(wParam))
             PrvType(*typed);
         return FALSE;
-    case WM_SYSKEYDOWN:
+    case WM_SYSKEYDOWN: {
         if (wParam != VK_BACK)
             return std::nullopt;
+        const HWND box = Window();
         PrvAct(TypedAct::Undo, 0);
-        return 0;
+        // Unless the system hears of it, it takes Alt for pressed alone, and turns to the menu when Alt is
+        // let go.
+        return DefWindowProcW(box, message, wParam, lParam);
+    }
     case WM_SYSCHAR:
         return wParam == VK_BACK ? std::optional<LRESULT>(0) : std::nullopt;
     case WM_IME_STARTCOMPOSITION:

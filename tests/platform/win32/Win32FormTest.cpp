@@ -508,6 +508,23 @@ TEST(Win32SplitterTest, MovesWithTheMouseThatIsHeldDown)
     form.ShowModal();
 }
 
+TEST(Win32SplitterTest, LeavesTheButtonsOfThePaneInsideTheLeastWindow)
+{
+    const HostWindow host;
+    Win32Form form(u"frmProductEditor");
+    host.Later([&] {
+        SetWindowPos(form.Window(), nullptr, 0, 0, 1, 1, SWP_NOMOVE | SWP_NOZORDER);
+        const HWND splitter = FindWindowExW(form.Window(), nullptr, Win32Splitter::kClassName, nullptr);
+        SendMessageW(splitter, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 10));
+        SendMessageW(splitter, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(20'000, 10));
+        const LONG paneEnd = PlaceOf(form.Controls().WindowOf(u"txtNote")).right;
+        for (const char16_t* name : {u"cmdDelete", u"cmdCancelEdit"})
+            EXPECT_LE(PlaceOf(form.Controls().WindowOf(name)).right, paneEnd);
+        form.EndModal();
+    });
+    form.ShowModal();
+}
+
 // What outlives its window
 
 TEST(Win32UserControlTest, OutlivesTheWindowOfItsHost)

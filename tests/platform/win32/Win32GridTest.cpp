@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32Grid.h"
 
+#include "platform/win32/Win32AltKey.h"
 #include "platform/win32/Win32Clipboard.h"
 #include "platform/win32/Win32GridAccessible.h"
 #include "platform/windows/WideText.h"
@@ -941,6 +942,44 @@ TEST_F(Win32GridDropDowns, OpenWithEachOfTheirKeys)
         EXPECT_EQ(GetCapture(), nullptr);
         EXPECT_THAT(Events(), IsEmpty());
     }
+}
+
+TEST_F(Win32GridDropDowns, StayOpenWhenAltIsLetGo)
+{
+    m_grid->SetFocus();
+    m_grid->SetCurrentRow(1);
+    EXPECT_EQ(MenusAfterAlt(m_window.Handle(), VK_DOWN), 0);
+    EXPECT_NE(m_view->OpenDropDown(), nullptr);
+    EXPECT_EQ(MenusAfterAlt(m_window.Handle(), VK_UP), 0);
+    EXPECT_EQ(m_view->OpenDropDown(), nullptr);
+}
+
+TEST_F(Win32GridDropDowns, KeepTheirMarkAboveAMouseThatRests)
+{
+    m_grid->SetFocus();
+    m_grid->SetCurrentRow(1);
+    const auto entryOf = [this](WPARAM index) {
+        RECT item{};
+        SendMessageW(m_view->OpenDropDown(), LB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&item));
+        return POINT{(item.left + item.right) / 2, (item.top + item.bottom) / 2};
+    };
+    const auto marked = [this] { return SendMessageW(m_view->OpenDropDown(), LB_GETCURSEL, 0, 0); };
+    Press(VK_F4);
+    POINT place = entryOf(2);
+    POINT onScreen = place;
+    ClientToScreen(m_view->OpenDropDown(), &onScreen);
+    Press(VK_ESCAPE);
+    SetCursorPos(onScreen.x, onScreen.y);
+
+    Press(VK_F4);
+    const LRESULT chosen = marked();
+    ASSERT_NE(chosen, 2);
+    SendMessageW(m_view->OpenDropDown(), WM_MOUSEMOVE, 0, At(place));
+    EXPECT_EQ(marked(), chosen);
+    ++place.x;
+    SendMessageW(m_view->OpenDropDown(), WM_MOUSEMOVE, 0, At(place));
+    EXPECT_EQ(marked(), 2);
+    Press(VK_ESCAPE);
 }
 
 TEST_F(Win32GridDropDowns, ChooseWithLettersAndEnter)

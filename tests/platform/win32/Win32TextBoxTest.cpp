@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/win32/Win32TextBox.h"
 
+#include "platform/win32/Win32AltKey.h"
 #include "platform/win32/Win32Clipboard.h"
 #include "platform/win32/Win32Hands.h"
 #include "platform/win32/Win32Reflection.h"
@@ -685,6 +686,17 @@ TEST_F(Win32TextBoxes, RaiseKeyPressForCharactersOnly)
         for (const char16_t letter : std::u16string_view(u"HIJKM"))
             Press(each, letter, Modifier::Control);
         EXPECT_EQ(each.box.Text(), u"text");
+    }
+}
+
+TEST_F(Win32TextBoxes, UndoByAltAndBackspaceAndTurnToNoMenu)
+{
+    for (const Box& each : boxes) {
+        each.box.SetText(u"");
+        each.box.SetFocus();
+        TypeInto(each, u"x");
+        EXPECT_EQ(MenusAfterAlt(each.window, VK_BACK), 0);
+        EXPECT_EQ(each.box.Text(), u"");
     }
 }
 
