@@ -4,7 +4,7 @@
 #include "platform/qt/QtFocus.h"
 #include "platform/qt/QtKeys.h"
 #include "platform/qt/QtMnemonics.h"
-#include "platform/ui/Form.h"
+#include "platform/ui/ControlSurface.h"
 
 #include <KestrinProductEditor/AutomationError.h>
 
@@ -55,42 +55,7 @@ private:
     std::vector<Named> m_controls;
 };
 
-/// The part that forms and user controls have in common. `Controls` answers the set, or raises error 5.
 template<class Interface>
-class QtSurface : public Interface
-{
-public:
-    [[nodiscard]] ITextBox& TextBox(std::u16string_view name) final
-    {
-        return Controls().template Find<ITextBox>(name);
-    }
-    [[nodiscard]] IButton& Button(std::u16string_view name) final
-    {
-        return Controls().template Find<IButton>(name);
-    }
-    [[nodiscard]] ICheckBox& CheckBox(std::u16string_view name) final
-    {
-        return Controls().template Find<ICheckBox>(name);
-    }
-    [[nodiscard]] ILabel& Label(std::u16string_view name) final
-    {
-        return Controls().template Find<ILabel>(name);
-    }
-    [[nodiscard]] IProgressBar& ProgressBar(std::u16string_view name) final
-    {
-        return Controls().template Find<IProgressBar>(name);
-    }
-    [[nodiscard]] IGrid& Grid(std::u16string_view name) final
-    {
-        return Controls().template Find<IGrid>(name);
-    }
-    [[nodiscard]] IToolBar& ToolBar(std::u16string_view name) final
-    {
-        return Controls().template Find<IToolBar>(name);
-    }
-
-protected:
-    [[nodiscard]] virtual QtControlSet& Controls() = 0;
-};
+using QtSurface = ControlSurface<Interface, QtControlSet>;
 
 } // namespace KestrinProductEditor

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/ui/Form.h"
+#include "platform/ui/ControlSurface.h"
 #include "platform/win32/Win32Focus.h"
 #include "platform/win32/Win32Keys.h"
 #include "platform/win32/Win32Layout.h"
@@ -71,41 +71,7 @@ private:
     std::vector<Named> m_controls;
 };
 
-/// The part that forms and user controls have in common. `Controls` answers the set, or raises error 5.
 template<class Interface>
-class Win32Surface : public Interface
-{
-public:
-    [[nodiscard]] ITextBox& TextBox(std::u16string_view name) final
-    {
-        return Controls().template Find<ITextBox>(name);
-    }
-    [[nodiscard]] IButton& Button(std::u16string_view name) final
-    {
-        return Controls().template Find<IButton>(name);
-    }
-    [[nodiscard]] ICheckBox& CheckBox(std::u16string_view name) final
-    {
-        return Controls().template Find<ICheckBox>(name);
-    }
-    [[nodiscard]] ILabel& Label(std::u16string_view name) final
-    {
-        return Controls().template Find<ILabel>(name);
-    }
-    [[nodiscard]] IProgressBar& ProgressBar(std::u16string_view name) final
-    {
-        return Controls().template Find<IProgressBar>(name);
-    }
-    [[nodiscard]] IGrid& Grid(std::u16string_view name) final
-    {
-        return Controls().template Find<IGrid>(name);
-    }
-    [[nodiscard]] IToolBar& ToolBar(std::u16string_view name) final
-    {
-        return Controls().template Find<IToolBar>(name);
-    }
-
-    [[nodiscard]] virtual Win32ControlSet& Controls() = 0;
-};
+using Win32Surface = ControlSurface<Interface, Win32ControlSet>;
 
 } // namespace KestrinProductEditor
