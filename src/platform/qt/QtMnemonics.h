@@ -1,48 +1,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/qt/QtText.h"
+#include "platform/ui/WindowMnemonics.h"
+
 #include <QString>
 
 #include <cstddef>
 #include <functional>
 #include <string>
-#include <string_view>
-#include <vector>
+#include <utility>
 
 namespace KestrinProductEditor {
 
-/// The underlined letters of a window. They stay as they are while the captions that they stand in keep them,
-/// and are chosen anew for the whole window when one does not.
-class QtMnemonics
+class QtMnemonics final : public WindowMnemonics
 {
 public:
-    /// Where captions compete, the earlier kind has the better letter.
-    enum class Rank
+    using ShowInQt = std::function<void(const QString& marked)>;
+
+    [[nodiscard]] std::size_t Add(Rank rank, ShowInQt show)
     {
-        Menu,
-        Button,
-        Label,
-    };
-    /// Shows a caption whose letter is marked for Qt.
-    using Show = std::function<void(const QString& marked)>;
-
-    /// A new bearer of a letter, without a caption yet.
-    [[nodiscard]] std::size_t Add(Rank rank, Show show);
-    /// `shown` is the caption as it is read.
-    void SetCaption(std::size_t bearer, std::u16string_view shown);
-
-private:
-    struct Bearer
-    {
-        Rank rank;
-        Show show;
-        std::u16string shown;
-        char16_t letter;
-    };
-
-    void PrvChooseAll();
-
-    std::vector<Bearer> m_bearers;
+        return WindowMnemonics::Add(
+            rank, [show = std::move(show)](const std::u16string& marked) { show(ToQt(marked)); });
+    }
 };
 
 } // namespace KestrinProductEditor

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtMnemonics.h"
+#include "platform/ui/WindowMnemonics.h"
 
-#include "platform/qt/QtText.h"
 #include "platform/ui/Mnemonics.h"
 
 #include <algorithm>
@@ -22,24 +21,35 @@ namespace {
 
 } // namespace
 
-std::size_t QtMnemonics::Add(Rank rank, Show show)
+std::size_t WindowMnemonics::Add(Rank rank, Show show)
 {
-    m_bearers.push_back({.rank = rank, .show = std::move(show), .shown = {}, .letter = 0});
+    m_bearers.push_back(
+        {.rank = rank, .show = std::move(show), .shown = {}, .letter = 0, .marked = std::nullopt});
     return m_bearers.size() - 1;
 }
 
-void QtMnemonics::SetCaption(std::size_t bearer, std::u16string_view shown)
+void WindowMnemonics::SetCaption(std::size_t bearer, std::u16string_view shown)
 {
     Bearer& changed = m_bearers[bearer];
     changed.shown = shown;
     const std::size_t place = FindLetter(shown, changed.letter);
     if (place != kNoMnemonic)
-        changed.show(ToQt(MarkMnemonic(shown, place)));
+        PrvShow(changed, place);
     else
         PrvChooseAll();
 }
 
-void QtMnemonics::PrvChooseAll()
+void WindowMnemonics::PrvShow(Bearer& bearer, std::size_t place)
+{
+    // What stays as it is is not painted anew.
+    std::u16string marked = MarkMnemonic(bearer.shown, place);
+    if (marked == bearer.marked)
+        return;
+    bearer.marked = std::move(marked);
+    bearer.show(*bearer.marked);
+}
+
+void WindowMnemonics::PrvChooseAll()
 {
     std::vector<std::size_t> order(m_bearers.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
@@ -54,7 +64,7 @@ void QtMnemonics::PrvChooseAll()
     for (std::size_t at = 0; at < order.size(); ++at) {
         Bearer& bearer = m_bearers[order[at]];
         bearer.letter = places[at] == kNoMnemonic ? char16_t{0} : MnemonicLetter(bearer.shown[places[at]]);
-        bearer.show(ToQt(MarkMnemonic(bearer.shown, places[at])));
+        PrvShow(bearer, places[at]);
     }
 }
 
