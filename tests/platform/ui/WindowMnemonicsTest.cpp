@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/win32/Win32Mnemonics.h"
+#include "platform/ui/WindowMnemonics.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,10 +12,10 @@ namespace KestrinProductEditor {
 namespace {
 
 using testing::ElementsAre;
-using Rank = Win32Mnemonics::Rank;
+using Rank = WindowMnemonics::Rank;
 
 /// Bearers of letters, and what each of them was told to show.
-class Win32MnemonicsTest : public testing::Test
+class WindowMnemonicsTest : public testing::Test
 {
 protected:
     std::size_t Add(Rank rank, std::u16string_view caption)
@@ -36,10 +36,10 @@ protected:
     }
 
     std::deque<std::vector<std::u16string>> m_told;
-    Win32Mnemonics m_mnemonics;
+    WindowMnemonics m_mnemonics;
 };
 
-TEST_F(Win32MnemonicsTest, NoTwoBearersHaveOneLetter)
+TEST_F(WindowMnemonicsTest, NoTwoBearersHaveOneLetter)
 {
     Add(Rank::Button, u"Cancel");
     Add(Rank::Button, u"Close");
@@ -47,7 +47,7 @@ TEST_F(Win32MnemonicsTest, NoTwoBearersHaveOneLetter)
     EXPECT_THAT(Shown(), ElementsAre(u"&Cancel", u"C&lose", u"Cl&ear"));
 }
 
-TEST_F(Win32MnemonicsTest, TheBetterRankHasTheBetterLetterWhoeverCameFirst)
+TEST_F(WindowMnemonicsTest, TheBetterRankHasTheBetterLetterWhoeverCameFirst)
 {
     Add(Rank::Label, u"Name");
     Add(Rank::Button, u"New");
@@ -55,7 +55,7 @@ TEST_F(Win32MnemonicsTest, TheBetterRankHasTheBetterLetterWhoeverCameFirst)
     EXPECT_THAT(Shown(), ElementsAre(u"N&ame", u"N&ew", u"&Navigate"));
 }
 
-TEST_F(Win32MnemonicsTest, ALetterStaysWhileItsCaptionHasIt)
+TEST_F(WindowMnemonicsTest, ALetterStaysWhileItsCaptionHasIt)
 {
     const std::size_t save = Add(Rank::Button, u"Save");
     Add(Rank::Button, u"Close");
@@ -64,7 +64,7 @@ TEST_F(Win32MnemonicsTest, ALetterStaysWhileItsCaptionHasIt)
     EXPECT_THAT(m_told[1], ElementsAre(u"&Close"));
 }
 
-TEST_F(Win32MnemonicsTest, WithoutItsLetterACaptionGetsAnother)
+TEST_F(WindowMnemonicsTest, WithoutItsLetterACaptionGetsAnother)
 {
     const std::size_t save = Add(Rank::Button, u"Save");
     Add(Rank::Button, u"Close");
@@ -72,7 +72,7 @@ TEST_F(Win32MnemonicsTest, WithoutItsLetterACaptionGetsAnother)
     EXPECT_THAT(Shown(), ElementsAre(u"&Clone", u"C&lose"));
 }
 
-TEST_F(Win32MnemonicsTest, WhatIsShownAlreadyIsNotShownAnew)
+TEST_F(WindowMnemonicsTest, WhatIsShownAlreadyIsNotShownAnew)
 {
     const std::size_t save = Add(Rank::Button, u"Save");
     m_mnemonics.SetCaption(save, u"Save");
@@ -82,7 +82,7 @@ TEST_F(Win32MnemonicsTest, WhatIsShownAlreadyIsNotShownAnew)
     EXPECT_THAT(m_told[1], ElementsAre(u"&Close"));
 }
 
-TEST_F(Win32MnemonicsTest, ACaptionWithoutALetterIsShownLetterForLetter)
+TEST_F(WindowMnemonicsTest, ACaptionWithoutALetterIsShownLetterForLetter)
 {
     const std::size_t first = Add(Rank::Label, u"");
     Add(Rank::Label, u"& \u00C4");
